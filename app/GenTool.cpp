@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/GenTool.h"
+
+#include "app/GenToolbox.h"
+
+GenTool::GenTool(GenApplication* app, GenToolbox* toolbox) : QObject(toolbox), m_app(app), m_toolbox(toolbox)
+{}
+
+void GenTool::setToolbox(GenToolbox* toolbox)
+{
+    m_toolbox = toolbox;
+}

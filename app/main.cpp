@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ApplicationInfo.h"
+#include "app/GenApplication.h"
+#include "platform/Allocator.h"
+
+#include <QDebug>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QMessageBox>
+#include <QTextCodec>
+
+#include <memory>
+
+namespace {
+
+constexpr int cInstanceProbeTimeoutMs = 30;
+
+/// Whether another instance listens on the single-instance socket.
+bool anotherInstanceRuns()
+{
+    QLocalSocket probe;
+    probe.connectToServer(singleInstanceKey(), QIODevice::ReadWrite);
+    if (!probe.waitForConnected(cInstanceProbeTimeoutMs))
+        return false;
+    probe.disconnectFromServer();
+    return true;
+}
+
+/// The application's life from the core objects to the end of the event loop; the process exit code.
+int runApplication(GenApplication& app, QLocalServer& instanceServer)
+{
+    if (anotherInstanceRuns()) {
+        QMessageBox::warning(nullptr, QObject::tr("Quorvel"),
+                             QObject::tr("An application is already running."), QMessageBox::Ok);
+        return 0;
+    }
+    QLocalServer::removeServer(singleInstanceKey());
+    if (!instanceServer.listen(singleInstanceKey()))
+        return -1;
+    app.registerQmlTypes();
+    if (!app.initQmlEngine())
+        return -1;
+    const int exitCode = QCoreApplication::exec();
+    app.shutdown();
+    return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    platform::returnLargeBlocksAtOnce();
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+
+    auto app = std::make_unique<GenApplication>(argc, argv);
+    // Without parent and outside the application: it stays open until the process leaves main.
+    QLocalServer instanceServer;
+    const int exitCode = runApplication(*app, instanceServer);
+    app.reset();
+    qDebug() << "After app delete";
+    return exitCode;
+}

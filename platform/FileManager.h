@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/InstallerLauncher.h"
+
+#include <QString>
+
+namespace platform {
+
+/// What shows the file \a path selected in its folder on Windows. The switch and the path are one argument,
+/// and the path has backslashes.
+inline ShellCommand explorerSelectCommand(QString path)
+{
+    return {QStringLiteral("explorer.exe"),
+            {QStringLiteral("/select,") + path.replace(QLatin1Char('/'), QLatin1Char('\\'))}};
+}
+
+/**
+ * Shows the existing file or folder \a path in the desktop's file manager and does not wait. Call it on the
+ * GUI thread.
+ *
+ * On Linux the running desktop's file manager is asked over D-Bus to show the file selected; where there is
+ * none, or when it answers with an error, the folder is opened instead. True when the viewer was asked or
+ * started.
+ */
+bool showInFileManager(const QString& path);
+
+} // namespace platform

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PowerShell.h"
+
+#include <QDir>
+
+namespace platform::powershell {
+
+namespace {
+
+/// How much of a query's answer is worth a place in the log.
+constexpr int cLoggedAnswerLength = 500;
+
+/// The outer shell's text: starts \a parameters in an elevated shell and passes its exit code on.
+QString elevated(const QString& script, const QString& parameters)
+{
+    // Start-Process joins its arguments with blanks as they are, so a path with blanks brings its own quotes.
+    const QString path =
+        script.contains(QLatin1Char(' ')) ? QLatin1Char('"') + script + QLatin1Char('"') : script;
+    // Joined rather than filled in with arg(): a path may contain "%1" itself.
+    return QStringLiteral("$ErrorActionPreference = 'Stop'; $script = '") + quoted(path) +
+           QStringLiteral("'; $args = @('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,") +
+           parameters +
+           QStringLiteral(
+               "); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args -Verb RunAs "
+               "-Wait -PassThru;   exit $p.ExitCode } catch {   Write-Error $_; exit 1223 }");
+}
+
+} // namespace
+
+QStringList arguments(const QString& command)
+{
+    return {QStringLiteral("-NoProfile"), QStringLiteral("-ExecutionPolicy"), QStringLiteral("Bypass"),
+            QStringLiteral("-Command"), command};
+}
+
+QString quoted(QString text)
+{
+    return text.replace(QLatin1Char('\''), QLatin1String("''"));
+}
+
+QString pnpKey(const QString& vid, const QString& pid)
+{
+    return QStringLiteral("VID_%1&PID_%2").arg(vid, pid).toUpper();
+}
+
+QString deviceQuery(const QString& key)
+{
+    return QStringLiteral(
+               "$ids = Get-CimInstance Win32_PnPEntity | Select-Object -ExpandProperty PNPDeviceID; "
+               "$ids | Where-Object { $_ -like '*%1*' }")
+        .arg(key);
+}
+
+QString compressCommand(const QString& folder, const QString& archive)
+{
+    return QStringLiteral("Compress-Archive -Path '") + quoted(folder) +
+           QStringLiteral("\\*' -DestinationPath '") + quoted(archive) + QStringLiteral("' -Force");
+}
+
+QString installDriverCommand(const QString& script)
+{
+    return elevated(script, QStringLiteral("'-TrustBundledCertificate','-ScanDevices','-ForceBind'"));
+}
+
+QString uninstallDriverCommand(const QString& script)
+{
+    return elevated(script, QStringLiteral("'-ScanDevices'"));
+}
+
+UsbQuery findUsbDevice(const QString& vid, const QString& pid, const ProcessRun& run)
+{
+    const QString key = pnpKey(vid, pid);
+    QString output;
+    QString errors;
+    int exitCode = -1;
+    const bool ok = run(program(), arguments(deviceQuery(key)), &output, &errors, &exitCode, cQueryTimeoutMs);
+    UsbQuery query;
+    query.found = ok && output.contains(key, Qt::CaseInsensitive);
+    query.detail = QStringLiteral("ok=%1 exitCode=%2 key=%3 stdout=%4 stderr=%5")
+                       .arg(QString::number(int(ok)), QString::number(exitCode), key,
+                            output.left(cLoggedAnswerLength).simplified(), errors.simplified());
+    return query;
+}
+
+ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run,
+                             const std::atomic_bool&)
+{
+    const QString command =
+        compressCommand(QDir::toNativeSeparators(folder), QDir::toNativeSeparators(archive));
+    ArchiveOutcome outcome;
+    outcome.ran = run(program(), arguments(command), &outcome.standardOutput, &outcome.standardError,
+                      &outcome.exitCode, cQueryTimeoutMs);
+    return outcome;
+}
+
+} // namespace platform::powershell

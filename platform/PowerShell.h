@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/LogArchive.h"
+#include "platform/ProcessRunner.h"
+#include "platform/UsbInventory.h"
+
+#include <QString>
+#include <QStringList>
+
+/// The command texts that the Windows services hand to PowerShell, and what its answers mean. Plain Qt,
+/// so it is built and tested on every platform.
+namespace platform::powershell {
+
+/// Limit of a query or an archive run, and of a driver job with its elevation prompt, in milliseconds.
+constexpr int cQueryTimeoutMs = 2000;
+constexpr int cDriverJobTimeoutMs = 180000;
+/// Exit code of a driver job whose elevation the user refused (the Windows code ERROR_CANCELLED).
+constexpr int cElevationRefused = 1223;
+
+inline QString program()
+{
+    return QStringLiteral("powershell");
+}
+
+/// The arguments that run \a command.
+QStringList arguments(const QString& command);
+
+/// \a text for use between apostrophes: every apostrophe doubled.
+QString quoted(QString text);
+
+/// What Windows calls the USB device \a vid, \a pid (four hexadecimal digits each): "VID_1F3A&PID_EFE8".
+QString pnpKey(const QString& vid, const QString& pid);
+
+/// Lists the identifiers of the plug-and-play devices that contain \a key.
+QString deviceQuery(const QString& key);
+
+/// Packs everything in \a folder into the zip file \a archive; both paths with native separators.
+QString compressCommand(const QString& folder, const QString& archive);
+
+/// Runs the driver script \a script in an elevated shell and ends with its exit code, or with
+/// cElevationRefused when the user declines.
+QString installDriverCommand(const QString& script);
+QString uninstallDriverCommand(const QString& script);
+
+/// Whether Windows lists the USB device; see platform::findUsbDevice.
+UsbQuery findUsbDevice(const QString& vid, const QString& pid, const ProcessRun& run);
+
+/// Packs a folder with Compress-Archive; see platform::archiveFolder.
+ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run,
+                             const std::atomic_bool& cancelled);
+
+} // namespace platform::powershell

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileManager.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QFileInfo>
+#include <QProcess>
+#include <QUrl>
+
+namespace {
+
+/// The desktop's common interface of file managers (freedesktop.org).
+const QString kFileManagerService = QStringLiteral("org.freedesktop.FileManager1");
+const QString kFileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
+
+bool openFolderOf(const QString& path)
+{
+    const QFileInfo info(path);
+    const platform::ShellCommand command =
+        platform::xdgOpenCommand(info.isDir() ? info.absoluteFilePath() : info.absolutePath());
+    return QProcess::startDetached(command.program, command.arguments);
+}
+
+/// Whether a session bus is there to connect to. Without one the D-Bus library would start a bus daemon of
+/// its own, which nobody listens on and which outlives this process.
+bool hasSessionBus()
+{
+    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+bool hasFileManager(const QDBusConnection& bus)
+{
+    if (!bus.isConnected())
+        return false;
+    if (bus.interface()->isServiceRegistered(kFileManagerService))
+        return true;
+    const QDBusReply<QStringList> activatable = bus.call(QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("ListActivatableNames")));
+    return activatable.isValid() && activatable.value().contains(kFileManagerService);
+}
+
+} // namespace
+
+bool platform::showInFileManager(const QString& path)
+{
+    if (!hasSessionBus() || !hasFileManager(QDBusConnection::sessionBus()))
+        return openFolderOf(path);
+
+    QDBusMessage request = QDBusMessage::createMethodCall(kFileManagerService, kFileManagerPath,
+                                                          kFileManagerService, QStringLiteral("ShowItems"));
+    const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+    request << QStringList{url.toString(QUrl::FullyEncoded)} << QString();
+    // Starting a file manager takes seconds on a cold desktop, so the answer is awaited in the background.
+    auto* reply = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(request), qApp);
+    QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply, [path](QDBusPendingCallWatcher* call) {
+        if (call->isError())
+            openFolderOf(path);
+        call->deleteLater();
+    });
+    return true;
+}

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/LogArchive.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+#include <quazip.h>
+#include <quazipfile.h>
+#include <quazipnewinfo.h>
+
+#include <cstdio>
+#include <zlib.h>
+
+namespace platform {
+
+namespace {
+
+constexpr qint64 cChunkSize = 256 * 1024;
+/// Exit codes of the packing, for the log.
+constexpr int cDone = 0;
+constexpr int cFailed = 1;
+constexpr int cCancelled = 2;
+
+/// Copies \a source into the open entry \a target; empty on success, else the reason.
+QString copyInto(QFile& source, QuaZipFile& target, const std::atomic_bool& cancelled)
+{
+    QByteArray chunk(int(cChunkSize), Qt::Uninitialized);
+    for (;;) {
+        if (cancelled)
+            return QStringLiteral("cancelled");
+        const qint64 count = source.read(chunk.data(), chunk.size());
+        if (count < 0)
+            return source.errorString();
+        if (count == 0)
+            return {};
+        if (target.write(chunk.constData(), count) != count)
+            return target.errorString();
+    }
+}
+
+/// Adds \a path to \a zip under \a name; empty on success, else the reason.
+QString addFile(QuaZip& zip, const QString& path, const QString& name, const std::atomic_bool& cancelled)
+{
+    QFile source(path);
+    if (!source.open(QIODevice::ReadOnly))
+        return path + QStringLiteral(": ") + source.errorString();
+    QuaZipFile entry(&zip);
+    if (!entry.open(QIODevice::WriteOnly, QuaZipNewInfo(name, path), nullptr, 0, Z_DEFLATED, Z_BEST_SPEED))
+        return name + QStringLiteral(": ") + entry.errorString();
+    const QString error = copyInto(source, entry, cancelled);
+    entry.close();
+    if (!error.isEmpty())
+        return name + QStringLiteral(": ") + error;
+    return entry.getZipError() == UNZ_OK ? QString() : name + QStringLiteral(": ") + entry.errorString();
+}
+
+/// Packs every file under \a folder into \a archive; empty on success, else the reason.
+QString packFolder(const QString& folder, const QString& archive, const std::atomic_bool& cancelled)
+{
+    QuaZip zip(archive);
+    zip.setUtf8Enabled(true);
+    zip.setZip64Enabled(true);
+    if (!zip.open(QuaZip::mdCreate))
+        return QStringLiteral("%1 cannot be written (%2)").arg(archive, QString::number(zip.getZipError()));
+    const QDir root(folder);
+    QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    QString error = files.hasNext() ? QString() : QStringLiteral("%1 holds no files").arg(folder);
+    while (error.isEmpty() && files.hasNext()) {
+        const QString path = files.next();
+        error = addFile(zip, path, root.relativeFilePath(path), cancelled);
+    }
+    zip.close();
+    if (error.isEmpty() && zip.getZipError() != UNZ_OK)
+        error =
+            QStringLiteral("%1 could not be finished (%2)").arg(archive, QString::number(zip.getZipError()));
+    return error;
+}
+
+} // namespace
+
+ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun&,
+                             const std::atomic_bool& cancelled)
+{
+    const QString partial = archive + QStringLiteral(".part");
+    ArchiveOutcome outcome;
+    outcome.ran = true;
+    outcome.standardError = packFolder(folder, partial, cancelled);
+    // rename() of the C library replaces the target in one step.
+    if (outcome.standardError.isEmpty() &&
+        std::rename(QFile::encodeName(partial).constData(), QFile::encodeName(archive).constData()) != 0)
+        outcome.standardError = QStringLiteral("%1 cannot be renamed").arg(partial);
+    if (outcome.standardError.isEmpty()) {
+        outcome.exitCode = cDone;
+    } else {
+        QFile::remove(partial);
+        outcome.exitCode = cancelled ? cCancelled : cFailed;
+    }
+    return outcome;
+}
+
+} // namespace platform

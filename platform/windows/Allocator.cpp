@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Allocator.h"
+
+namespace platform {
+
+// The Windows heap gives large blocks back by itself.
+void returnLargeBlocksAtOnce() {}
+
+} // namespace platform

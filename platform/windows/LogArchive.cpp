@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/LogArchive.h"
+
+#include "platform/PowerShell.h"
+
+platform::ArchiveOutcome platform::archiveFolder(const QString& folder, const QString& archive,
+                                                 const ProcessRun& run, const std::atomic_bool& cancelled)
+{
+    return powershell::archiveFolder(folder, archive, run, cancelled);
+}

@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Controls 2.12
+import QtQuick.Layouts 1.12
+import QtQuick.Window 2.12
+import CUpgradeControl 1.0
+import GenControl 1.0
+import GenControl.ScreenTools 1.0
+import GenToolbox 1.0
+
+import "./customize"
+import "./customize/Format.js" as Format
+import "./toolsUI"
+import "./ui"
+import "./ui/WindowGeometry.js" as WindowGeometry
+
+ApplicationWindow {
+    id: mainwindows
+
+    property real _margin: _dfw * 2
+    property real _fieldWidth: _dfw * 0.3
+    property real _maxTitleHeight: _dfw * 5
+    property real _toolBtnSize: _dfw * 3
+    property real mainPageItemWidth: 10 * _dfw
+    property real mainPageFontSize: 1.2 * ScreenTools.defaultFontPointSize
+    property real aboutFontSize: 1.4 * ScreenTools.defaultFontPointSize
+    property real dpScale: 1
+    readonly property real pixelPerDp: Screen.pixelDensity * 0.12
+    property real radiusValue: _dfw * 1
+    property real frameMargin: visibility === Window.Maximized || visibility === Window.FullScreen ? 0 : _dfw * 1
+
+    property bool resizingWindow: false
+    property real resizeBorderWidth: 8
+    property point resizeStartMousePos: Qt.point(0, 0)
+    property point resizeStartWindowPos: Qt.point(0, 0)
+    property size resizeStartWindowSize: Qt.size(0, 0)
+    property real resizeFixedRight: 0
+    property real resizeFixedBottom: 0
+    property bool pendingResizeValid: false
+    property real pendingResizeX: 0
+    property real pendingResizeY: 0
+    property real pendingResizeWidth: 0
+    property real pendingResizeHeight: 0
+    property bool pendingResizeLeft: false
+    property bool pendingResizeTop: false
+    property bool pendingResizeRight: false
+    property bool pendingResizeBottom: false
+
+    property bool _suppressUiControlSync: false
+    property bool _loadInitialPage: false
+    property bool _loadWindowEffects: false
+    property bool _restoringWindowGeometry: true
+    // The windowing system has placed the window: from now on, a change of its geometry is the user's.
+    property bool _placed: false
+    property bool leftMenuCollapsed: true
+    property bool alwaysOnTop: false
+    property real _leftMenuExpandedWidth: _dfw * 33
+    property real _leftMenuCollapsedWidth: _dfw * 8
+    property real _leftMenuWidth: leftMenuCollapsed ? _leftMenuCollapsedWidth : _leftMenuExpandedWidth
+    property real windowBackgroundOpacity: Format.clamp(
+        GenToolbox.genSettings.dValue("windowBackgroundOpacity", 0.92, "sysSettings"), 0, 1)
+    readonly property real windowBackdropShieldOpacity: Math.max(0, Math.min(0.16, (0.42 - windowBackgroundOpacity)
+                                                                             * 0.36))
+    readonly property int _hid10ScreenMainPower: 1
+    readonly property int _hid10ScreenUsb: 2
+    readonly property int _hid10ScreenWave: 3
+    readonly property int _hid10ScreenGauge: 4
+
+    readonly property real _dfw: ScreenTools.defaultFontPixelWidth
+    // layer0 of a packet for a page that the instrument does not have; also "leave this layer alone".
+    readonly property int _hid10NoScreen: 255
+    readonly property int _hid10FromHost: 1
+    readonly property int _hid10FromInstrument: 2
+    // The instrument's screen of each page, in page order.
+    readonly property var _hid10Screens: [_hid10ScreenMainPower, _hid10ScreenWave, _hid10ScreenGauge, _hid10ScreenUsb]
+    // In a small window the expanded column would leave the page too narrow: it lies over the page instead.
+    readonly property bool _menuOverlays: width - 2 * frameMargin - _leftMenuExpandedWidth < _dfw * 60
+    readonly property bool _settledNormal: visibility !== Window.Minimized && visibility !== Window.Maximized
+                                           && visibility !== Window.FullScreen && visibility !== Window.Hidden
+
+    // Shown once the geometry is restored: a position given later loses against the window manager's.
+    visible: false
+    title: qsTr("Quorvel")
+    flags: Qt.Window | Qt.FramelessWindowHint
+    color: "transparent"
+    minimumWidth: _dfw * (ScreenTools.isCompactDesktop ? 78 : 90)
+    minimumHeight: _dfw * (ScreenTools.isCompactDesktop ? 54 : 62)
+    width: WindowGeometry.fitted(GenToolbox.genSettings.iValue("width", _dfw * 179, WindowGeometry.group),
+                                 minimumWidth, ScreenTools.availableScreenWidth, WindowGeometry.widthShare)
+    height: WindowGeometry.fitted(GenToolbox.genSettings.iValue("height", _dfw * 110, WindowGeometry.group),
+                                  minimumHeight, ScreenTools.availableScreenHeight, WindowGeometry.heightShare)
+
+    // What the controls take from their style.
+    palette.button: "#2FAFA4"
+    palette.mid: "#46535E"
+    palette.window: "#EAF2F7"
+
+    Behavior on _leftMenuWidth {
+        NumberAnimation { duration: 220; easing.type: Easing.OutCubic }
+    }
+
+    onXChanged: scheduleSaveWindowGeometry()
+    onYChanged: scheduleSaveWindowGeometry()
+    onWidthChanged: scheduleSaveWindowGeometry()
+    onHeightChanged: scheduleSaveWindowGeometry()
+    onClosing: saveWindowGeometry()
+    onActiveChanged: {
+        if (active)
+            _placed = true
+    }
+
+    function dp(x) {
+        return x * pixelPerDp * dpScale
+    }
+
+    function beginResize() {
+        resizingWindow = true
+        resizeStartMousePos = Qt.point(ScreenTools.mouseX(), ScreenTools.mouseY())
+        resizeStartWindowPos = Qt.point(x, y)
+        resizeStartWindowSize = Qt.size(width, height)
+        resizeFixedRight = x + width
+        resizeFixedBottom = y + height
+    }
+
+    function resizeWindow(resizeLeft, resizeTop, resizeRight, resizeBottom) {
+        var start = Qt.rect(resizeStartWindowPos.x, resizeStartWindowPos.y, resizeStartWindowSize.width,
+                            resizeStartWindowSize.height)
+        var geometry = WindowGeometry.resized(start, Qt.size(minimumWidth, minimumHeight), ScreenTools.mouseX(),
+                                              ScreenTools.mouseY(), resizeLeft, resizeTop, resizeRight, resizeBottom)
+        queueResize(geometry.x, geometry.y, geometry.width, geometry.height, resizeLeft, resizeTop, resizeRight,
+                    resizeBottom)
+    }
+
+    function queueResize(newX, newY, newWidth, newHeight, resizeLeft, resizeTop, resizeRight, resizeBottom) {
+        pendingResizeX = newX
+        pendingResizeY = newY
+        pendingResizeWidth = newWidth
+        pendingResizeHeight = newHeight
+        pendingResizeLeft = resizeLeft
+        pendingResizeTop = resizeTop
+        pendingResizeRight = resizeRight
+        pendingResizeBottom = resizeBottom
+        pendingResizeValid = true
+        if (!resizeApplyTimer.running)
+            resizeApplyTimer.start()
+    }
+
+    function applyPendingResize() {
+        if (!pendingResizeValid)
+            return
+        pendingResizeValid = false
+        ScreenTools.setWindowGeometryForWindow(mainwindows, pendingResizeX, pendingResizeY, pendingResizeWidth,
+                                               pendingResizeHeight)
+    }
+
+    function endResize() {
+        applyPendingResize()
+        resizingWindow = false
+        scheduleSaveWindowGeometry()
+    }
+
+    function showUpgradeDlg(downloadUrl, message) {
+        _upgradeWindow.show(downloadUrl, message)
+    }
+
+    function manualCheckUpdate() {
+        _upgradeWindow.showChecking()
+        CUpgradeControl.checkUpdateNow()
+    }
+
+    function setWindowBackgroundOpacity(value) {
+        windowBackgroundOpacity = Format.clamp(value, 0, 1)
+    }
+
+    function restoreWindowGeometry() {
+        var available = Qt.size(ScreenTools.availableScreenWidth, ScreenTools.availableScreenHeight)
+        var geometry = WindowGeometry.restored(WindowGeometry.load(GenToolbox.genSettings),
+                                               Qt.size(minimumWidth, minimumHeight), available,
+                                               Qt.application.screens)
+        if (geometry)
+            ScreenTools.setWindowGeometryForWindow(mainwindows, geometry.x, geometry.y, geometry.width,
+                                                   geometry.height)
+        _restoringWindowGeometry = false
+    }
+
+    function scheduleSaveWindowGeometry() {
+        if (_placed && !_restoringWindowGeometry && !resizingWindow && _settledNormal)
+            saveWindowGeometryTimer.restart()
+    }
+
+    function saveWindowGeometry() {
+        if (!_restoringWindowGeometry && _settledNormal)
+            WindowGeometry.store(GenToolbox.genSettings, mainwindows)
+    }
+
+    function toggleAlwaysOnTop() {
+        var wasMaximized = visibility === Window.Maximized
+        alwaysOnTop = !alwaysOnTop
+        flags = Qt.Window | Qt.FramelessWindowHint | (alwaysOnTop ? Qt.WindowStaysOnTopHint : 0)
+        // Changing the flags hides the window.
+        if (wasMaximized)
+            showMaximized()
+        else
+            showNormal()
+    }
+
+    function hid10Layer0ForPageIndex(index) {
+        return index >= 0 && index < _hid10Screens.length ? _hid10Screens[index] : _hid10NoScreen
+    }
+
+    function pageIndexForHid10Layer0(layer0) {
+        return _hid10Screens.indexOf(layer0)
+    }
+
+    function syncLowerUiForCurrentPage(index) {
+        var layer0 = hid10Layer0ForPageIndex(index)
+        if (_suppressUiControlSync || layer0 === _hid10NoScreen)
+            return
+        GenToolbox.hidLink.sendUiControlPacket(layer0, _hid10NoScreen, _hid10NoScreen, _hid10NoScreen, _hid10FromHost)
+    }
+
+    function applyUpperUiControl(direction, layer0, layer1, layer2, layer3) {
+        var page = pageIndexForHid10Layer0(layer0)
+        if (direction !== _hid10FromInstrument || page < 0)
+            return
+        _suppressUiControlSync = true
+        rightStack.currentIndex = page
+        leftMenuRect.pages.selectIndex(page, false)
+        _suppressUiControlSync = false
+    }
+
+    WindowFrame {
+        anchors.fill: parent
+        anchors.margins: mainwindows.frameMargin
+        titleBarHeight: mainwindows._dfw * 6
+        radius: mainwindows.frameMargin > 0 ? mainwindows.radiusValue : 0
+        backgroundOpacity: mainwindows.windowBackgroundOpacity
+        shieldOpacity: mainwindows.windowBackdropShieldOpacity
+        loadEffects: mainwindows._loadWindowEffects
+        shadowRadius: mainwindows.radiusValue
+        shadowVisible: mainwindows.frameMargin > 0 && !mainwindows.resizingWindow
+
+        Item {
+            z: 1
+            Layout.fillHeight: true
+            Layout.preferredWidth: mainwindows._menuOverlays ? mainwindows._leftMenuCollapsedWidth
+                                                             : mainwindows._leftMenuWidth
+            Layout.minimumWidth: mainwindows._leftMenuCollapsedWidth
+
+            LeftColumn {
+                id: leftMenuRect
+
+                width: mainwindows._menuOverlays ? mainwindows._leftMenuWidth : parent.width
+                height: parent.height
+                collapsed: mainwindows.leftMenuCollapsed
+                overlays: mainwindows._menuOverlays && !mainwindows.leftMenuCollapsed
+                backgroundOpacity: mainwindows.windowBackgroundOpacity
+                // Keys that the page list does not use are the page's: it need not take the focus to get them.
+                Keys.forwardTo: rightStack.currentPage ? [rightStack.currentPage] : []
+                onToggleRequested: mainwindows.leftMenuCollapsed = !mainwindows.leftMenuCollapsed
+                pages.onSClick2: {
+                    rightStack.currentIndex = index
+                    mainwindows.syncLowerUiForCurrentPage(index)
+                }
+                Component.onCompleted: pages.init(true)
+            }
+        }
+        PageStack {
+            id: rightStack
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            loadPages: mainwindows._loadInitialPage
+            resizingWindow: mainwindows.resizingWindow
+        }
+    }
+    ResizeBorder {
+        anchors.fill: parent
+        z: 100
+        targetWindow: mainwindows
+        thickness: mainwindows.resizeBorderWidth
+        onResizeStarted: mainwindows.beginResize()
+        onResizeRequested: mainwindows.resizeWindow(left, top, right, bottom)
+        onResizeFinished: mainwindows.endResize()
+    }
+    UpgradeWindow {
+        id: _upgradeWindow
+    }
+
+    Timer { id: resizeApplyTimer; interval: 16; onTriggered: mainwindows.applyPendingResize() }
+    Timer { id: saveWindowGeometryTimer; interval: 350; onTriggered: mainwindows.saveWindowGeometry() }
+    Timer {
+        id: restoreWindowGeometryTimer
+
+        interval: 0
+        onTriggered: {
+            mainwindows.restoreWindowGeometry()
+            mainwindows.visible = true
+        }
+    }
+    Timer { id: startupPageTimer; interval: 120; onTriggered: mainwindows._loadInitialPage = true }
+    Timer {
+        id: startupEffectsTimer
+
+        interval: 650
+        onTriggered: {
+            mainwindows._loadWindowEffects = true
+            mainwindows._placed = true
+        }
+    }
+
+    Connections {
+        target: CUpgradeControl
+        function onNeedUpdate2(version, desc) { _upgradeWindow.show2(version, desc) }
+        function onManualCheckFinished(needUpdate, currentVersion, latestVersion, desc, downloadUrl, message) {
+            _upgradeWindow.showManualResult(needUpdate, currentVersion, latestVersion, desc, downloadUrl, message)
+        }
+    }
+    Connections {
+        target: GenToolbox.hidLink
+        function onUiControlRequested(direction, layer0, layer1, layer2, layer3) {
+            mainwindows.applyUpperUiControl(direction, layer0, layer1, layer2, layer3)
+        }
+    }
+
+    Component.onCompleted: {
+        restoreWindowGeometryTimer.start()
+        startupPageTimer.start()
+        startupEffectsTimer.start()
+    }
+}

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Window 2.12
+import CUpgradeControl 1.0
+import GenControl 1.0
+import GenControl.ScreenTools 1.0
+import GenToolbox 1.0
+
+import "upgrade"
+
+/// The modal dialog of an application update: asks first, then shows the download. Covers the main window.
+Rectangle {
+    id: _rootControl
+
+    /// 0 the question, 1 the download.
+    property int _status: 0
+    /// The last CUpgradeControl.UPC_Status.
+    property int _upgradeStatus: 0
+    readonly property string _btnText: _upgradeStatus === CUpgradeControl.UPC_Finished ? qsTr("install")
+                                                                                       : qsTr("Cancel upgrade")
+    property string _downloadUrl: ""
+    property string _updateMsg: ""
+    property string _currentVer: ""
+    property string _latestVer: ""
+    property string _checkMessage: ""
+    property string _latestVersionRaw: ""
+    property bool _manualMode: false
+    property bool _checking: false
+    property bool _hasUpdate: true
+    property bool _loadingIgnoreState: false
+
+    /// 0 to 100, negative without a known end.
+    property real _progress: 0
+    /// Where the keyboard was when the dialog opened.
+    property Item _focusBefore: null
+
+    readonly property int _questionView: 0
+    readonly property int _progressView: 1
+    readonly property real _dfw: ScreenTools.defaultFontPixelWidth
+    readonly property real _pointSize: Math.max(9, ScreenTools.defaultFontPointSize)
+
+    visible: false
+    z: GenControl.zOrderTopMost
+    color: "#80000000"
+    anchors.fill: parent
+
+    Accessible.role: Accessible.Dialog
+    Accessible.name: _rootWindow.title
+
+    Keys.onEscapePressed: _status === _questionView ? _cancelQuestion() : _pressProgressButton()
+    // Keeps the keyboard in the dialog, as the area below does with the mouse.
+    Keys.onPressed: event.accepted = true
+
+    onVisibleChanged: {
+        if (visible) {
+            _focusBefore = Window.window ? Window.window.activeFocusItem : null
+            _rootWindow.forceActiveFocus()
+        } else if (_focusBefore) {
+            _focusBefore.forceActiveFocus()
+            _focusBefore = null
+        }
+    }
+
+    function show(url, message) {
+        _openQuestion(false, false, true)
+        _latestVersionRaw = ""
+        _setIgnored(false)
+        _downloadUrl = url
+        _currentVer = ""
+        _updateMsg = "更新内容:\n" + message
+        visible = true
+    }
+
+    function show2(version, message) {
+        _openQuestion(false, false, true)
+        _latestVersionRaw = version.trim()
+        _setIgnored(isIgnoredVersion(_latestVersionRaw))
+        _currentVer = _latestVer = "最新版本:" + version + "\n"
+        _updateMsg = "更新内容:" + message + "\n"
+        visible = true
+    }
+
+    function showChecking() {
+        _openQuestion(true, true, false)
+        _latestVersionRaw = ""
+        _setIgnored(false)
+        _downloadUrl = ""
+        _currentVer = qsTr("Current version: ") + applicationVersion + "\n"
+        _latestVer = ""
+        _updateMsg = ""
+        _checkMessage = qsTr("Checking for updates, please wait...")
+        visible = true
+    }
+
+    function showManualResult(hasUpdate, currentVersion, latestVersion, desc, downloadUrl, message) {
+        _openQuestion(true, false, hasUpdate)
+        _latestVersionRaw = latestVersion.trim()
+        _setIgnored(isIgnoredVersion(_latestVersionRaw))
+        _downloadUrl = downloadUrl
+        _currentVer = qsTr("Current version: ") + currentVersion + "\n"
+        _latestVer = latestVersion.length > 0 ? qsTr("Latest version: ") + latestVersion + "\n" : ""
+        _updateMsg = desc.length > 0 ? qsTr("Update content: ") + desc + "\n" : ""
+        _checkMessage = message.length > 0 ? message
+                        : hasUpdate ? qsTr("A new version is available.")
+                                    : qsTr("You are already using the latest version.")
+        visible = true
+    }
+
+    function close() {
+        visible = false
+    }
+
+    function isIgnoredVersion(version) {
+        return version.length > 0
+                && GenToolbox.genSettings.sValue("ignoredVersion", "", "upgrade").trim() === version
+    }
+
+    function saveIgnoreVersionState() {
+        if (_latestVersionRaw.length > 0)
+            GenToolbox.genSettings.setValue("ignoredVersion", _question.ignored ? _latestVersionRaw.trim() : "",
+                                            "upgrade")
+    }
+
+    function _openQuestion(manual, checking, hasUpdate) {
+        _status = _questionView
+        _upgradeStatus = CUpgradeControl.UPC_Unknow
+        _progress = 0
+        _manualMode = manual
+        _checking = checking
+        _hasUpdate = hasUpdate
+        _rootWindow.recentre()
+    }
+
+    function _setIgnored(ignored) {
+        _loadingIgnoreState = true
+        _question.ignored = ignored
+        _loadingIgnoreState = false
+    }
+
+    function _cancelQuestion() {
+        saveIgnoreVersionState()
+        close()
+    }
+
+    function _startUpgrade() {
+        saveIgnoreVersionState()
+        _status = _progressView
+        CUpgradeControl.startUpdate(_downloadUrl)
+    }
+
+    function _pressProgressButton() {
+        var installs = _upgradeStatus === CUpgradeControl.UPC_Finished
+        if (installs)
+            CUpgradeControl.startInstall()
+        else
+            CUpgradeControl.stopUpdate()
+        // An installer that is refused at the last moment is told here, in the dialog.
+        if (!installs || _upgradeStatus === CUpgradeControl.UPC_Finished)
+            close()
+    }
+
+    function _isInside(item) {
+        while (item && item !== _rootControl)
+            item = item.parent
+        return item === _rootControl
+    }
+
+    // Tab goes round in the dialog: from behind its last control on to its first.
+    function _keepFocus(item) {
+        var candidate = item
+        for (var steps = 0; candidate && steps < 200 && !_isInside(candidate); ++steps)
+            candidate = candidate.nextItemInFocusChain(true)
+        if (candidate && candidate !== item && _isInside(candidate))
+            candidate.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    // What the message area tells in the question view.
+    function _details() {
+        return _manualMode ? _checkMessage + "\n\n" + _currentVer + _latestVer + _updateMsg : _currentVer + _updateMsg
+    }
+
+    function _progressText() {
+        switch (_upgradeStatus) {
+        case CUpgradeControl.UPC_Unknow:
+            return qsTr("Connect to Server...")
+        case CUpgradeControl.UPC_Download:
+            return qsTr("download file...")
+        case CUpgradeControl.UPC_Finished:
+            return qsTr("download finished")
+        case CUpgradeControl.UPC_NetworkError:
+        case CUpgradeControl.UPC_Access:
+            return qsTr("The update failed, please check whether the network is normal.")
+        default:
+            return qsTr("Connect to Server...", "连接服务器...")
+        }
+    }
+
+    // Nothing behind the dialog can be used while it is shown.
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        hoverEnabled: true
+        onWheel: wheel.accepted = true
+    }
+
+    DialogBox {
+        id: _rootWindow
+
+        objectName: "box"
+        width: Math.min(_rootControl._dfw * 54, Screen.width)
+        height: Math.min(_rootControl._dfw * 27, Screen.height)
+        title: qsTr("Quorvel upgrade")
+        pointSize: _rootControl._pointSize
+
+        QuestionView {
+            id: _question
+
+            anchors.fill: parent
+            anchors.margins: 12
+            pointSize: _rootControl._pointSize
+            visible: _rootControl._status === _rootControl._questionView
+            focus: visible
+            headline: _rootControl._checking ? qsTr("Checking for updates, please wait...")
+                      : _rootControl._hasUpdate
+                        ? qsTr("A new software version has been detected. Do you want to upgrade now?")
+                        : qsTr("No update is available.")
+            details: _rootControl._details()
+            checking: _rootControl._checking
+            canUpgrade: _rootControl._hasUpdate && !_rootControl._checking
+            canIgnore: (!_rootControl._checking && _rootControl._hasUpdate)
+                       || (_rootControl._manualMode && _rootControl._latestVersionRaw.length > 0)
+            ignoreText: qsTr("Ignore this version")
+            cancelText: qsTr("Cancel")
+            upgradeText: qsTr("Upgrade")
+            onIgnoredChanged: {
+                if (_rootControl.visible && !_rootControl._loadingIgnoreState)
+                    _rootControl.saveIgnoreVersionState()
+            }
+            onCanceled: _rootControl._cancelQuestion()
+            onAccepted: _rootControl._startUpgrade()
+        }
+        ProgressView {
+            anchors.fill: parent
+            anchors.margins: 16
+            pointSize: _rootControl._pointSize
+            visible: _rootControl._status === _rootControl._progressView
+            focus: visible
+            message: _rootControl._progressText()
+            progress: _rootControl._progress
+            failed: _rootControl._upgradeStatus === CUpgradeControl.UPC_NetworkError
+                    || _rootControl._upgradeStatus === CUpgradeControl.UPC_Access
+            buttonText: _rootControl._btnText
+            onPressed: _rootControl._pressProgressButton()
+        }
+    }
+
+    Connections {
+        target: _rootControl.visible ? _rootControl.Window.window : null
+        function onActiveFocusItemChanged() { _rootControl._keepFocus(_rootControl.Window.window.activeFocusItem) }
+    }
+    Connections {
+        target: CUpgradeControl
+        function onUpdateStatus(status) {
+            _rootControl._upgradeStatus = status
+            if (status === CUpgradeControl.UPC_Canceled)
+                _rootControl.close()
+        }
+        function onEmitdownloadProgress(progress) {
+            _rootControl._progress = Number(progress) * 100
+        }
+    }
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+
+import "../../customize"
+import "../shared"
+
+/// The way back to the login form, and the form's own button.
+Row {
+    id: _root
+
+    property Item page
+    property alias text: _action.text
+
+    readonly property real _buttonWidth: page.compactLayout ? 116 : 160
+
+    anchors.horizontalCenter: parent.horizontalCenter
+    spacing: 16
+    topPadding: 8
+
+    PillButton {
+        objectName: "backButton"
+        width: _root._buttonWidth
+        height: 40
+        pointSize: 10
+        text: qsTranslate("UserSettings", "Back", "返回")
+        onClicked: _root.page.currentPage = _root.page.loginPage
+    }
+    GenTextButton {
+        id: _action
+
+        primary: true
+        minWidth: _root._buttonWidth
+    }
+}

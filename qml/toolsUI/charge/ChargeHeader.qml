@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Layouts 1.12
+
+import "../../customize"
+
+/// Title of the dashboard, and whether the device charges fast or slowly.
+Rectangle {
+    id: _root
+
+    property string title
+    property string subtitle
+    property bool fast: false
+    /// Without an instrument neither speed holds: the switch and the badge are dimmed.
+    property bool live: true
+    property string fastText
+    property string slowText
+    property string badgeText
+    property color fastColor: "#F0C96B"
+    property real titleSize: 18
+    property real textSize: 11
+    property real padding: 16
+
+    readonly property color _speedColor: fast ? fastColor : PageStyle.accentCyan
+
+    implicitHeight: _row.implicitHeight + 1.5 * padding
+    radius: 12
+    border.width: 1
+    border.color: PageStyle.panelBorder
+
+    RowLayout {
+        id: _row
+
+        anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }
+        anchors { leftMargin: _root.padding; rightMargin: _root.padding }
+        spacing: _root.padding
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 2
+
+            Text {
+                Layout.fillWidth: true
+                text: _root.title
+                color: "#D8E0E8"
+                font.family: GenFontManager.mainFontFamily
+                font.pointSize: _root.titleSize
+                font.bold: true
+                elide: Text.ElideRight
+            }
+            Text {
+                Layout.fillWidth: true
+                text: _root.subtitle
+                color: "#8E9AA8"
+                font.family: GenFontManager.mainFontFamily
+                font.pointSize: _root.textSize
+                elide: Text.ElideRight
+            }
+        }
+
+        SpeedSwitch {
+            opacity: _root.live ? 1 : 0.45
+            fast: _root.fast
+            fastText: _root.fastText
+            slowText: _root.slowText
+            fastColor: _root.fastColor
+            pointSize: _root.textSize
+        }
+
+        Rectangle {
+            opacity: _root.live ? 1 : 0.45
+            implicitWidth: Math.round(_badge.implicitHeight * 1.7)
+            implicitHeight: implicitWidth
+            radius: width / 2
+            antialiasing: true
+            color: Qt.rgba(_root._speedColor.r, _root._speedColor.g, _root._speedColor.b, 0.14)
+            border.width: 2
+            border.color: _root._speedColor
+
+            Text {
+                id: _badge
+
+                anchors.centerIn: parent
+                text: _root.badgeText
+                color: _root._speedColor
+                font.family: GenFontManager.mainFontFamily
+                font.pointSize: _root.titleSize
+                font.bold: true
+            }
+        }
+    }
+}

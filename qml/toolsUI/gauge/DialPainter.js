@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+.pragma library
+.import "GaugeScale.js" as Scale
+
+// Paints what never moves on the needle gauge. dial is the result of GaugeScale.geometry().
+
+function paintFace(context, dial) {
+    var corner = 26 * dial.unit
+    var bezel = 7 * dial.unit
+    _paintShadow(context, dial, corner)
+    _fillPanel(context, dial, 0, corner, [[0, "#4A5A66"], [0.08, "#2C3843"], [0.55, "#18212A"], [1, "#0A0F14"]])
+    _fillPanel(context, dial, 1.2, corner, [[0, "#26313B"], [0.5, "#151D25"], [1, "#1E2831"]])
+    _fillPanel(context, dial, bezel - 1.6, corner, [[0, "#04070A"], [0.6, "#0B1116"], [1, "#35434F"]])
+    _fillPanel(context, dial, bezel, corner, [[0, "#18222B"], [0.42, "#101820"], [1, "#070B10"]])
+    context.save()
+    _roundedPath(context, dial, bezel, corner)
+    context.clip()
+    _paintBacklight(context, dial)
+    _paintInnerShadow(context, dial, bezel)
+    _paintSheen(context, dial, bezel)
+    context.restore()
+    _paintGroove(context, dial)
+    _paintTicks(context, dial)
+    _paintBoss(context, dial)
+}
+
+function paintLabels(context, dial, displayRangeMax, fontFamily) {
+    context.fillStyle = "#EEF5F7"
+    context.textAlign = "center"
+    context.textBaseline = "middle"
+    context.font = Math.max(1, Math.round(18 * dial.unit)) + 'px "' + fontFamily + '"'
+    for (var i = 0; i <= 10; ++i) {
+        var angle = Scale.angleOfRatio(i / 10)
+        context.save()
+        context.translate(dial.centerX, dial.centerY)
+        context.rotate(angle + Math.PI / 2)
+        context.fillText(Scale.labelText(i / 10, displayRangeMax), 0, -(dial.radius + 27 * dial.unit))
+        context.restore()
+    }
+}
+
+// The lit band over the whole scale; the gauge uncovers it up to the value.
+function paintGlow(context, dial) {
+    var radius = dial.radius - 12 * dial.unit
+    var gradient = context.createLinearGradient(dial.centerX - radius, 0, dial.centerX + radius, 0)
+    gradient.addColorStop(0, "rgba(28, 122, 214, 0.72)")
+    gradient.addColorStop(0.45, "rgba(45, 190, 240, 0.86)")
+    gradient.addColorStop(1, "rgba(122, 244, 255, 0.96)")
+    var strokes = [[30, "rgba(45, 190, 230, 0.13)"], [21, "rgba(51, 176, 232, 0.24)"], [12, gradient],
+                   [2.4, "rgba(220, 255, 255, 0.44)"]]
+    context.lineCap = "butt"
+    for (var i = 0; i < strokes.length; ++i)
+        _strokeArc(context, dial, radius, strokes[i][0] * dial.unit, strokes[i][1])
+}
+
+// The light at the end of the lit band, in a square of the given side.
+function paintGlowDot(context, side) {
+    var center = side / 2
+    var gradient = context.createRadialGradient(center, center, 0, center, center, center)
+    gradient.addColorStop(0, "rgba(240, 255, 255, 0.95)")
+    gradient.addColorStop(0.16, "rgba(170, 246, 255, 0.82)")
+    gradient.addColorStop(0.42, "rgba(70, 200, 240, 0.34)")
+    gradient.addColorStop(1, "rgba(45, 190, 230, 0)")
+    context.fillStyle = gradient
+    context.fillRect(0, 0, side, side)
+}
+
+function _roundedPath(context, dial, inset, corner) {
+    context.beginPath()
+    context.roundedRect(dial.x + inset, dial.y + inset, dial.width - 2 * inset, dial.height - 2 * inset,
+                        Math.max(0, corner - inset), Math.max(0, corner - inset))
+}
+
+function _verticalGradient(context, dial, stops) {
+    var gradient = context.createLinearGradient(0, dial.y, 0, dial.y + dial.height)
+    for (var i = 0; i < stops.length; ++i)
+        gradient.addColorStop(stops[i][0], stops[i][1])
+    return gradient
+}
+
+function _fillPanel(context, dial, inset, corner, stops) {
+    _roundedPath(context, dial, inset, corner)
+    context.fillStyle = _verticalGradient(context, dial, stops)
+    context.fill()
+}
+
+// A soft edge around the panel, built from rings that fade outwards.
+function _paintShadow(context, dial, corner) {
+    var rings = 5
+    context.lineWidth = 1.4
+    for (var i = 1; i <= rings; ++i) {
+        _roundedPath(context, dial, -i * 0.7, corner)
+        context.strokeStyle = "rgba(0, 0, 0, " + 0.3 * (1 - i / (rings + 1)) + ")"
+        context.stroke()
+    }
+}
+
+// Light from behind the scale, fading towards the frame.
+function _paintBacklight(context, dial) {
+    var glow = context.createRadialGradient(dial.centerX, dial.centerY, 0, dial.centerX, dial.centerY,
+                                            dial.radius * 1.5)
+    glow.addColorStop(0, "rgba(64, 136, 164, 0.22)")
+    glow.addColorStop(0.5, "rgba(56, 120, 146, 0.15)")
+    glow.addColorStop(0.75, "rgba(48, 106, 130, 0.08)")
+    glow.addColorStop(1, "rgba(40, 90, 110, 0)")
+    context.fillStyle = glow
+    context.fillRect(dial.x, dial.y, dial.width, dial.height)
+}
+
+// The face lies below its frame: the frame throws a shadow on the upper and side edges.
+function _paintInnerShadow(context, dial, bezel) {
+    var depth = 22 * dial.unit
+    var edges = [[0, dial.y + bezel, 0, dial.y + bezel + depth, 0.55],
+                 [dial.x + bezel, 0, dial.x + bezel + depth, 0, 0.34],
+                 [dial.x + dial.width - bezel, 0, dial.x + dial.width - bezel - depth, 0, 0.34]]
+    for (var i = 0; i < edges.length; ++i) {
+        var edge = edges[i]
+        var shade = context.createLinearGradient(edge[0], edge[1], edge[2], edge[3])
+        shade.addColorStop(0, "rgba(0, 0, 0, " + edge[4] + ")")
+        shade.addColorStop(0.35, "rgba(0, 0, 0, " + edge[4] * 0.34 + ")")
+        shade.addColorStop(1, "rgba(0, 0, 0, 0)")
+        context.fillStyle = shade
+        context.fillRect(dial.x, dial.y, dial.width, dial.height)
+    }
+}
+
+// Light from above in the glass: strongest at the upper edge, gone before the readout.
+function _paintSheen(context, dial, bezel) {
+    var sheen = context.createLinearGradient(0, dial.y + bezel, 0, dial.y + dial.height * 0.5)
+    sheen.addColorStop(0, "rgba(226, 244, 255, 0.085)")
+    sheen.addColorStop(0.45, "rgba(226, 244, 255, 0.032)")
+    sheen.addColorStop(1, "rgba(226, 244, 255, 0)")
+    context.fillStyle = sheen
+    context.fillRect(dial.x, dial.y, dial.width, dial.height * 0.5)
+}
+
+function _strokeArc(context, dial, radius, width, style) {
+    context.beginPath()
+    context.arc(dial.centerX, dial.centerY, radius, Scale.startAngle, Scale.endAngle, false)
+    context.lineWidth = width
+    context.strokeStyle = style
+    context.stroke()
+}
+
+// The channel in which the band lights up, with a lit lower lip.
+function _paintGroove(context, dial) {
+    var unit = dial.unit
+    context.lineCap = "butt"
+    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, "rgba(2, 5, 8, 0.42)")
+    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, "rgba(30, 46, 58, 0.28)")
+    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, "rgba(150, 190, 208, 0.22)")
+    _strokeArc(context, dial, dial.radius, 1.2, "rgba(214, 228, 236, 0.55)")
+}
+
+function _paintTicks(context, dial) {
+    context.lineCap = "butt"
+    for (var i = 0; i < Scale.tickCount; ++i) {
+        var tick = Scale.tick(i)
+        var angle = Scale.angleOfRatio(i / (Scale.tickCount - 1))
+        var outer = dial.radius + tick.outer * dial.unit
+        var inner = dial.radius + tick.inner * dial.unit
+        context.beginPath()
+        context.moveTo(dial.centerX + Math.cos(angle) * outer, dial.centerY + Math.sin(angle) * outer)
+        context.lineTo(dial.centerX + Math.cos(angle) * inner, dial.centerY + Math.sin(angle) * inner)
+        context.lineWidth = Math.max(0.8, tick.width * dial.unit)
+        context.strokeStyle = tick.color
+        context.stroke()
+    }
+}
+
+// The recess in which the needle's hub sits.
+function _paintBoss(context, dial) {
+    var radius = 30 * dial.unit
+    var recess = context.createRadialGradient(dial.centerX, dial.centerY, radius * 0.3, dial.centerX,
+                                              dial.centerY, radius)
+    recess.addColorStop(0, "rgba(0, 0, 0, 0.75)")
+    recess.addColorStop(0.6, "rgba(0, 0, 0, 0.38)")
+    recess.addColorStop(1, "rgba(0, 0, 0, 0)")
+    context.beginPath()
+    context.arc(dial.centerX, dial.centerY, radius, 0, 2 * Math.PI)
+    context.fillStyle = recess
+    context.fill()
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Layouts 1.12
+import GenControl.ScreenTools 1.0
+
+import "../../customize"
+import "../shared"
+
+/// The strip above the dial: one button per range, and the connection badge.
+Rectangle {
+    id: _root
+
+    property string title
+    /// List of { label, max }.
+    property var options: []
+    property int currentIndex: 0
+    property bool connected: false
+    property string connectionText
+    property color topColor: "#1D2A34"
+    property color bottomColor: PageStyle.deepPanel
+
+    // Less room around the texts; then without the title and the badge's text, so that all ranges stay in reach.
+    readonly property bool _tight: width < ScreenTools.defaultFontPixelWidth * 70
+    readonly property bool _narrow: width < ScreenTools.defaultFontPixelWidth * 50
+
+    signal selected(int index)
+
+    implicitHeight: _row.implicitHeight + 16
+    radius: 10
+    border.width: 1
+    border.color: PageStyle.panelBorder
+    gradient: Gradient {
+        GradientStop { position: 0; color: _root.topColor }
+        GradientStop { position: 1; color: _root.bottomColor }
+    }
+
+    RowLayout {
+        id: _row
+
+        anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }
+        anchors { leftMargin: _root._tight ? 8 : 16; rightMargin: _root._tight ? 8 : 16 }
+        spacing: _root._tight ? 4 : 8
+
+        Text {
+            Layout.rightMargin: 6
+            visible: !_root._narrow
+            text: _root.title
+            color: PageStyle.dimText
+            font.family: GenFontManager.mainFontFamily
+            font.pointSize: 11
+        }
+
+        Repeater {
+            model: _root.options
+
+            PillButton {
+                text: modelData.label
+                active: index === _root.currentIndex
+                leftPadding: _root._tight ? 8 : 14
+                rightPadding: leftPadding
+                minimumWidth: _root._tight ? 0 : 64
+                Accessible.name: _root.title + " " + text
+                onClicked: _root.selected(index)
+            }
+        }
+
+        Item { Layout.fillWidth: true }
+
+        ConnectionBadge {
+            connected: _root.connected
+            text: _root.connectionText
+            lampOnly: _root._narrow
+        }
+    }
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Controls 2.12
+
+import "../../customize"
+
+/// Switches the instrument to one function: the number of the function before its name.
+AbstractButton {
+    id: _root
+
+    property int mode: 0
+    property bool active: false
+    property color idleColor: "#1A252E"
+
+    // All buttons of a row are of one size, so their texts are too.
+    readonly property bool _narrow: width < 140
+    readonly property real _pointSize: _narrow ? 9.5 : Math.max(11, Math.min(16, height * 0.17, width * 0.075))
+    readonly property real _badgeSize: Math.round(_pointSize * 2)
+
+    implicitHeight: 44
+    implicitWidth: 96
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: text
+    Accessible.checked: active
+
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    background: Rectangle {
+        radius: 8
+        color: _root.active ? PageStyle.accentCyan
+                            : _root.pressed ? Qt.darker(_root.idleColor, 1.25)
+                                            : _root.hovered ? Qt.lighter(_root.idleColor, 1.35) : _root.idleColor
+        border.width: 1
+        border.color: _root.active || _root.hovered ? PageStyle.accentCyan : PageStyle.panelBorder
+
+        FocusRing {
+            anchors.margins: -3
+            radius: 11
+            shown: _root.visualFocus
+        }
+    }
+
+    contentItem: Item {
+        Row {
+            anchors.centerIn: parent
+            spacing: _root._narrow ? 5 : 8
+
+            Rectangle {
+                anchors.verticalCenter: parent.verticalCenter
+                width: _root._badgeSize
+                height: width
+                radius: width / 2
+                antialiasing: true
+                color: _root.active ? Qt.rgba(0.02, 0.06, 0.08, 0.85) : "transparent"
+                border.width: 1
+                border.color: _root.active ? "transparent" : PageStyle.dimText
+
+                Text {
+                    anchors.centerIn: parent
+                    text: _root.mode
+                    color: _root.active ? PageStyle.accentCyan : PageStyle.dimText
+                    font.family: GenFontManager.mainFontFamily
+                    font.pointSize: _root._pointSize * 0.86
+                    font.bold: true
+                }
+            }
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, _root.width - _root._badgeSize - 17)
+                text: _root.text
+                color: _root.active ? PageStyle.textOnAccent : PageStyle.titleText
+                font.family: GenFontManager.mainFontFamily
+                font.pointSize: _root._pointSize
+                font.bold: _root.active
+                fontSizeMode: Text.HorizontalFit
+                minimumPointSize: 8
+            }
+        }
+    }
+}

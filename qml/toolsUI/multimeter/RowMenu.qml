@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Controls 2.12
+
+import "../../customize"
+
+/// The actions of a table row: a single item. Give it the focus when it is shown.
+FocusScope {
+    id: _root
+
+    property string text
+
+    signal triggered()
+    signal dismissed()
+
+    implicitWidth: _item.implicitWidth + 8
+    implicitHeight: _item.implicitHeight + 8
+
+    Keys.onEscapePressed: dismissed()
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 6
+        color: "#1B2630"
+        border.width: 1
+        border.color: "#3A4D5B"
+    }
+
+    AbstractButton {
+        id: _item
+
+        anchors.fill: parent
+        anchors.margins: 4
+        implicitWidth: Math.max(132, _label.implicitWidth + 28)
+        implicitHeight: Math.max(32, _label.implicitHeight + 12)
+        focus: true
+        hoverEnabled: true
+        text: _root.text
+
+        Accessible.role: Accessible.MenuItem
+        Accessible.name: text
+
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
+        onClicked: _root.triggered()
+
+        background: Rectangle {
+            radius: 4
+            color: _item.hovered || _item.activeFocus ? "#17323A" : "transparent"
+        }
+        contentItem: Text {
+            id: _label
+
+            text: _item.text
+            color: PageStyle.titleText
+            font.family: GenFontManager.mainFontFamily
+            font.pointSize: 10.5
+            leftPadding: 8
+            verticalAlignment: Text.AlignVCenter
+        }
+    }
+}

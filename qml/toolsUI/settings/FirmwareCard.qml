@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import GenToolbox 1.0
+
+import "../../customize"
+import "../shared"
+
+/// Upgrades the controller's firmware, and on request installs the driver of its boot mode.
+SettingsCard {
+    id: _root
+
+    readonly property var _manager: GenToolbox.systemManager
+    /// 0 to 100.
+    property int progress: 0
+    /// What the state label tells: "", "running", "complete", "failed", "installing", "uninstalling" or
+    /// "driverResult".
+    property string upgradeState: ""
+    property color _stateColor: page.textColor
+
+    title: qsTranslate("SysSettings", "MCU Firmware Upgrade")
+    hint: qsTranslate("SysSettings", "Upgrade the controller firmware with a monitored progress flow.")
+    corner: StatusBadge {
+        text: _root._manager.felReady ? qsTranslate("SysSettings", "FEL Ready")
+                                      : qsTranslate("SysSettings", "Waiting")
+        tone: _root._manager.felReady ? _root.page.okColor : _root.page.warningColor
+        pointSize: _root.page.scaledPoint(10)
+    }
+
+    function resetUpgradeStatusUi() {
+        progress = 0
+        _setState("", page.textColor)
+        page._felDriverStatus = ""
+    }
+
+    function _setState(state, color) {
+        upgradeState = state
+        _stateColor = color
+    }
+
+    function _startUpgrade() {
+        var type = typesCombobox.currentText
+        _setState("running", page.textColor)
+        _manager.startUpgrade(type)
+        // These two refusals are not told by any signal.
+        if (!_manager.felReady || _manager.mcuTypes.indexOf(type) < 0)
+            _setState("failed", "yellow")
+    }
+
+    function _driverJob(state, job) {
+        _setState(state, page.textColor)
+        page._felDriverStatus = _stateText()
+        job()
+    }
+
+    function _stateText() {
+        switch (upgradeState) {
+        case "running":
+            return qsTranslate("SysSettings", "Upgrade..., please wait.")
+        case "complete":
+            return qsTranslate("SysSettings", "Upgrade complete")
+        case "failed":
+            return qsTranslate("SysSettings", "Upgrade Faild")
+        case "installing":
+            return qsTranslate("SysSettings",
+                               "Installing FEL driver, please approve the Windows permission prompt.")
+        case "uninstalling":
+            return qsTranslate("SysSettings",
+                               "Uninstalling FEL driver, please approve the Windows permission prompt.")
+        case "driverResult":
+            return page._felDriverStatus
+        default:
+            return ""
+        }
+    }
+
+    Grid {
+        id: _facts
+
+        readonly property real _cellWidth: (width - columnSpacing * (columns - 1)) / columns
+
+        width: parent.width
+        columns: width > 560 ? 2 : 1
+        columnSpacing: 24
+        rowSpacing: 8
+
+        InfoRow {
+            width: _facts._cellWidth
+            page: _root.page
+            label: qsTranslate("SysSettings", "Connection Status")
+            value: _root._manager.usbConnected ? qsTranslate("SysSettings", "Connected")
+                                               : qsTranslate("SysSettings", "Not Connected")
+            valueColor: _root._manager.usbConnected ? _root.page.okColor : _root.page.warningColor
+        }
+        InfoRow {
+            width: _facts._cellWidth
+            page: _root.page
+            label: qsTranslate("SysSettings", "FEL Status")
+            value: _root._manager.felReady ? qsTranslate("SysSettings", "Ready")
+                                           : qsTranslate("SysSettings", "Not Ready")
+            valueColor: _root._manager.felReady ? _root.page.okColor : _root.page.warningColor
+        }
+        InfoRow {
+            width: _facts._cellWidth
+            page: _root.page
+            label: qsTranslate("SysSettings", "Current Version")
+            value: "1.0.0"
+        }
+        InfoRow {
+            width: _facts._cellWidth
+            page: _root.page
+            label: qsTranslate("SysSettings", "Latest Version")
+            value: "1.0.0"
+        }
+    }
+    InfoRow {
+        page: _root.page
+        label: qsTranslate("SysSettings", "Firmware Type")
+
+        GenCombobox {
+            id: typesCombobox
+
+            objectName: "typesCombobox"
+            width: Math.min(parent.width, 320)
+            implicitHeight: 36
+            model: _root._manager.mcuTypes
+            Accessible.name: qsTranslate("SysSettings", "Firmware Type") + " " + displayText
+        }
+    }
+    Item {
+        width: parent.width
+        height: _percentage.height
+
+        Text {
+            text: qsTranslate("SysSettings", "Upgrade Progress")
+            color: _root.page.dimColor
+            font.family: GenFontManager.mainFontFamily
+            font.pointSize: _root.page.scaledPoint(10.5)
+        }
+        Text {
+            id: _percentage
+
+            objectName: "progressText"
+            anchors.right: parent.right
+            text: _root.progress === 0 ? qsTranslate("SysSettings", "0%") : _root.progress + "%"
+            color: _root.page.accentColor
+            font.family: GenFontManager.mainFontFamily
+            font.pointSize: _root.page.scaledPoint(10.5)
+            font.bold: true
+        }
+    }
+    FlatProgressBar {
+        objectName: "progressBar"
+        width: parent.width
+        barColor: _root.page.accentColor
+        grooveColor: _root.page.bgColor("#0E1216", 1)
+        value: _root.progress
+    }
+    Text {
+        objectName: "stateText"
+        width: parent.width
+        visible: text.length > 0
+        text: _root._stateText()
+        color: _root._stateColor
+        font.family: GenFontManager.mainFontFamily
+        font.pointSize: _root.page.scaledPoint(10.5)
+        wrapMode: Text.Wrap
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text
+    }
+    ButtonRow {
+        GenTextButton {
+            objectName: "upgradeButton"
+            minHeight: 36
+            text: qsTranslate("SysSettings", "Upgrade")
+            enabled: _root._manager.felReady
+            onClicked: _root._startUpgrade()
+        }
+        PillButton {
+            objectName: "uninstallDriverButton"
+            height: 36
+            pointSize: 10
+            visible: _root.page._showHiddenDriverTools
+            enabled: !_root._manager.felDriverInstallBusy
+            opacity: enabled ? 1 : 0.5
+            text: enabled ? qsTranslate("SysSettings", "Uninstall FEL Driver")
+                          : qsTranslate("SysSettings", "Processing...")
+            onClicked: _root._driverJob("uninstalling", _root._manager.uninstallFelDriver)
+        }
+        PillButton {
+            objectName: "installDriverButton"
+            height: 36
+            pointSize: 10
+            visible: _root.page._showHiddenDriverTools
+            enabled: !_root._manager.felDriverInstallBusy
+            opacity: enabled ? 1 : 0.5
+            text: enabled ? qsTranslate("SysSettings", "Install FEL Driver")
+                          : qsTranslate("SysSettings", "Installing...")
+            onClicked: _root._driverJob("installing", _root._manager.installFelDriver)
+        }
+    }
+
+    Connections {
+        target: _root._manager
+        function onProgressChanged(value) {
+            _root.progress = value
+            if (value === 100)
+                _root._setState("complete", _root.page.okColor)
+            else
+                _root._stateColor = _root._manager.felReady ? _root.page.textColor : "yellow"
+        }
+        function onUpgradeFinished(ok) {
+            if (!ok)
+                _root._setState("failed", "yellow")
+        }
+        function onFelReadyChanged() {
+            if (!_root._manager.felReady && _root.progress !== 0 && _root.progress !== 100)
+                _root._setState("failed", "yellow")
+        }
+        function onUsbConnectedChanged() {
+            var atEnd = _root.progress === 100 || _root.upgradeState === "complete"
+            var idle = atEnd || _root.progress === 0 || _root.upgradeState === "failed"
+            if (_root._manager.usbConnected ? idle : atEnd)
+                _root.page.resetUpgradeStatusUi()
+        }
+        function onFelDriverInstallFinished(ok, message) {
+            _root.page._felDriverStatus = message
+            _root._setState("driverResult", ok ? _root.page.okColor : _root.page.warningColor)
+        }
+    }
+}

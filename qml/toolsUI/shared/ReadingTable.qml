@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Controls 2.12
+import GenControl.ScreenTools 1.0
+
+import "../../customize"
+
+/// Recorded readings below a header, the newest first. The first column is as wide as a date and time,
+/// the others share the rest.
+Rectangle {
+    id: _root
+
+    /// List of { title, role }.
+    property var columns: []
+    property alias model: _list.model
+    property alias currentIndex: _list.currentIndex
+    property alias listView: _list
+    /// Whether rows can be selected and offer actions.
+    property bool interactive: false
+    property color headerColor: "#1A252E"
+    property color evenRowColor: PageStyle.card
+    property color oddRowColor: "#141F28"
+
+    /// The user asked for the actions of a row; x and y in this table's coordinates.
+    signal menuRequested(int row, real x, real y)
+    signal deleteRequested(int row)
+
+    readonly property real _firstWidth: Math.min(ScreenTools.defaultFontPixelWidth * 26, width * 0.3)
+    readonly property real _otherWidth: columns.length > 1 ? (width - 2 - _firstWidth) / (columns.length - 1) : 0
+    readonly property real _rowHeight: Math.max(28, ScreenTools.defaultFontPixelHeight * 1.7)
+
+    color: PageStyle.card
+    border.width: 1
+    border.color: PageStyle.cardBorder
+    radius: 8
+    clip: true
+
+    function columnX(column) {
+        return column === 0 ? 0 : _firstWidth + (column - 1) * _otherWidth
+    }
+
+    function columnWidth(column) {
+        return column === 0 ? _firstWidth : _otherWidth
+    }
+
+    // Below the selected row, as the keyboard has no place of its own.
+    function _requestMenuAtSelection() {
+        _list.positionViewAtIndex(currentIndex, ListView.Contain)
+        var item = _list.currentItem
+        menuRequested(currentIndex, _firstWidth / 2, item.mapToItem(_root, 0, item.height).y)
+    }
+
+    Rectangle {
+        id: _header
+
+        anchors { left: parent.left; right: parent.right; top: parent.top; margins: 1 }
+        height: _root._rowHeight
+        radius: 7
+        color: _root.headerColor
+
+        Repeater {
+            model: _root.columns
+
+            Text {
+                x: _root.columnX(index)
+                width: _root.columnWidth(index)
+                height: _header.height
+                text: modelData.title
+                color: PageStyle.titleText
+                font.family: GenFontManager.mainFontFamily
+                font.pointSize: 10.5
+                font.bold: true
+                fontSizeMode: Text.HorizontalFit
+                minimumPointSize: 8
+                leftPadding: 5
+                rightPadding: 5
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
+                elide: Text.ElideRight
+            }
+        }
+    }
+
+    ListView {
+        id: _list
+
+        anchors { left: parent.left; right: parent.right; top: _header.bottom; bottom: parent.bottom; margins: 1 }
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        currentIndex: -1
+        activeFocusOnTab: _root.interactive
+        keyNavigationEnabled: true
+        highlightMoveDuration: 0
+        ScrollBar.vertical: ScrollBar { policy: _list.contentHeight > _list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
+
+        Accessible.role: Accessible.Table
+        Accessible.name: _root.columns.map(function(column) { return column.title }).join(", ")
+
+        onActiveFocusChanged: {
+            if (activeFocus && currentIndex < 0 && count > 0)
+                currentIndex = 0
+        }
+        Keys.onPressed: {
+            if (!_root.interactive || currentIndex < 0)
+                return
+            if (event.key === Qt.Key_Delete) {
+                _root.deleteRequested(currentIndex)
+            } else if (event.key === Qt.Key_Menu
+                       || (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))) {
+                _root._requestMenuAtSelection()
+            } else if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+                currentIndex = event.key === Qt.Key_Home ? 0 : count - 1
+            } else {
+                return
+            }
+            event.accepted = true
+        }
+
+        delegate: Rectangle {
+            id: _row
+
+            readonly property var _cells: model
+            readonly property int _index: index
+            readonly property bool _selected: _root.interactive && ListView.isCurrentItem
+
+            width: ListView.view.width
+            height: _root._rowHeight
+            color: _selected ? "#17323A" : index % 2 === 0 ? _root.evenRowColor : _root.oddRowColor
+            border.width: _selected ? 1 : 0
+            border.color: PageStyle.accentCyan
+
+            Accessible.role: Accessible.Row
+            Accessible.name: {
+                var texts = []
+                for (var i = 0; i < _root.columns.length; ++i)
+                    texts.push(_root.columns[i].title + " " + _cells[_root.columns[i].role])
+                return texts.join(", ")
+            }
+
+            Repeater {
+                model: _root.columns
+
+                Text {
+                    x: _root.columnX(index)
+                    width: _root.columnWidth(index)
+                    height: _row.height
+                    leftPadding: 6
+                    rightPadding: 6
+                    text: _row._cells[modelData.role]
+                    textFormat: Text.PlainText
+                    color: index === 0 ? PageStyle.dimText : PageStyle.valueText
+                    font.family: GenFontManager.mainFontFamily
+                    font.pointSize: 10.5
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideRight
+                }
+            }
+
+            MouseArea {
+                anchors.fill: parent
+                enabled: _root.interactive
+                acceptedButtons: Qt.LeftButton | Qt.RightButton
+                onPressed: {
+                    _list.forceActiveFocus(Qt.MouseFocusReason)
+                    _list.currentIndex = _row._index
+                }
+                onClicked: {
+                    if (mouse.button !== Qt.RightButton)
+                        return
+                    var place = mapToItem(_root, mouse.x, mouse.y)
+                    _root.menuRequested(_row._index, place.x, place.y)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+
+import "../../customize"
+
+/// An underlined text that does something when it is clicked or when Enter or Space is pressed on it.
+Text {
+    id: _root
+
+    property bool active: true
+
+    signal clicked()
+
+    font.family: GenFontManager.mainFontFamily
+    font.underline: true
+    activeFocusOnTab: active
+    opacity: _area.containsMouse && active ? 0.75 : 1
+
+    Accessible.role: active ? Accessible.Link : Accessible.StaticText
+    Accessible.name: text
+    Accessible.onPressAction: _root._trigger()
+
+    Keys.onReturnPressed: _trigger()
+    Keys.onEnterPressed: _trigger()
+    Keys.onSpacePressed: _trigger()
+
+    function _trigger() {
+        if (active)
+            clicked()
+    }
+
+    FocusRing {
+        anchors.margins: -3
+        shown: _root.activeFocus && !_area.pressed
+    }
+    MouseArea {
+        id: _area
+
+        anchors.fill: parent
+        enabled: _root.active
+        hoverEnabled: true
+        cursorShape: Qt.PointingHandCursor
+        onClicked: _root.clicked()
+    }
+}

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Window 2.12
+import GenControl.ScreenTools 1.0
+import GenToolbox 1.0
+
+import "../customize"
+
+/// The window's own title bar. Addresses the window by its id, `mainwindows`.
+Item {
+    id: _titleBar
+
+    property bool isMaximized: false
+    property int hr: 1
+    property int wr: 1
+    property int buttonW: 18
+
+    readonly property color _accent: PageStyle.accentCyan
+
+    z: 1
+    height: 35 * hr
+
+    function updateMaximizedState() {
+        isMaximized = mainwindows.visibility === Window.Maximized
+    }
+
+    function toggleMaximized() {
+        updateMaximizedState()
+        var maximize = !isMaximized
+        if (maximize)
+            mainwindows.showMaximized()
+        else
+            mainwindows.showNormal()
+        isMaximized = maximize
+    }
+
+    function _accentWithAlpha(alpha) {
+        return Qt.rgba(0.22, 0.88, 0.82, alpha)
+    }
+
+    Connections {
+        target: mainwindows
+        function onVisibilityChanged() { _titleBar.updateMaximizedState() }
+    }
+
+    MouseArea {
+        id: _moveArea
+
+        property bool isDoubleClicked: false
+        // Cursor and window at the press, on the screen: inside the moving window, mouse positions lag.
+        property point pressCursor: Qt.point(0, 0)
+        property point pressWindow: Qt.point(0, 0)
+        property bool restored: false
+        property size maximizedSize: Qt.size(0, 0)
+        property real pressRatio: 0
+
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton
+
+        onPressed: {
+            isDoubleClicked = false
+            restored = false
+            pressRatio = mouse.x / width
+            // Where the press was: when this runs the cursor may be elsewhere already.
+            var cursor = mapToGlobal(mouse.x, mouse.y)
+            pressCursor = Qt.point(cursor.x, cursor.y)
+            pressWindow = Qt.point(mainwindows.x, mainwindows.y)
+        }
+        onPositionChanged: {
+            if (!pressed || isDoubleClicked || mainwindows.visibility === Window.FullScreen)
+                return
+            if (mainwindows.visibility === Window.Maximized) {
+                maximizedSize = Qt.size(mainwindows.width, mainwindows.height)
+                mainwindows.showNormal()
+                _titleBar.isMaximized = false
+                restored = true
+                return
+            }
+            if (restored) {
+                // Moving it before the window system has restored its size would keep the maximised size.
+                if (mainwindows.width === maximizedSize.width && mainwindows.height === maximizedSize.height)
+                    return
+                _takeUnderCursor()
+            }
+            mainwindows.x = pressWindow.x + ScreenTools.mouseX() - pressCursor.x
+            mainwindows.y = pressWindow.y + ScreenTools.mouseY() - pressCursor.y
+        }
+        onDoubleClicked: {
+            isDoubleClicked = true
+            _titleBar.toggleMaximized()
+        }
+
+        // A window restored by the drag is smaller: keep the cursor over the same part of the bar.
+        function _takeUnderCursor() {
+            restored = false
+            pressWindow = Qt.point(pressCursor.x - Math.round(pressRatio * mainwindows.width), pressWindow.y)
+        }
+    }
+
+    // From left to right, so that Tab goes through them in that order.
+    TitleBarButton {
+        id: updateBtn
+
+        width: _titleBar.buttonW
+        height: _titleBar.buttonW * _titleBar.wr
+        anchors { top: parent.top; topMargin: 10; right: topmostBtn.left; rightMargin: 10 }
+        picture: "qrc:/res/serching2.svg"
+        name: tip
+        tip: qsTr("Check update")
+        hoverFill: _titleBar._accentWithAlpha(0.22)
+        hoverPictureColor: _titleBar._accent
+        onClicked: mainwindows.manualCheckUpdate()
+    }
+    TitleBarButton {
+        id: topmostBtn
+
+        width: _titleBar.buttonW
+        height: _titleBar.buttonW * _titleBar.wr
+        anchors { top: parent.top; topMargin: 10; right: minBtn.left; rightMargin: 10 }
+        picture: mainwindows.alwaysOnTop ? "qrc:/basic/Pinned.svg" : "qrc:/basic/Unpin.svg"
+        pictureScale: 0.88
+        name: tip
+        tip: mainwindows.alwaysOnTop ? qsTr("Cancel topmost") : qsTr("Topmost")
+        fill: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.22) : "transparent"
+        hoverFill: _titleBar._accentWithAlpha(mainwindows.alwaysOnTop ? 0.34 : 0.18)
+        borderColor: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.72) : "transparent"
+        pictureColor: mainwindows.alwaysOnTop ? _titleBar._accent : GenToolbox.genPalette.text
+        hoverPictureColor: _titleBar._accent
+        Accessible.checkable: true
+        Accessible.checked: mainwindows.alwaysOnTop
+        onClicked: mainwindows.toggleAlwaysOnTop()
+    }
+    TitleBarButton {
+        id: minBtn
+
+        width: _titleBar.buttonW
+        height: _titleBar.buttonW * _titleBar.wr
+        anchors {
+            top: parent.top
+            topMargin: 10
+            right: normBtn.visible ? normBtn.left : closeBtn.left
+            rightMargin: 10
+        }
+        picture: "qrc:/basic/max.svg"
+        name: qsTr("Minimize")
+        hoverPictureColor: "white"
+        onClicked: mainwindows.showMinimized()
+    }
+    TitleBarButton {
+        id: normBtn
+
+        width: _titleBar.buttonW
+        height: _titleBar.buttonW * _titleBar.wr
+        anchors { top: parent.top; topMargin: 10; right: closeBtn.left; rightMargin: 10 }
+        picture: "qrc:/basic/min.svg"
+        name: _titleBar.isMaximized ? qsTr("Restore") : qsTr("Maximize")
+        onClicked: _titleBar.toggleMaximized()
+    }
+    TitleBarButton {
+        id: closeBtn
+
+        width: _titleBar.buttonW
+        height: _titleBar.buttonW * _titleBar.wr
+        anchors { top: parent.top; topMargin: 10; right: parent.right; rightMargin: 10 }
+        picture: "qrc:/basic/close.svg"
+        name: qsTr("Close")
+        hoverPictureColor: "white"
+        onClicked: mainwindows.close()
+    }
+}

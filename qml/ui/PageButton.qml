@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import GenToolbox 1.0
+
+import "../customize"
+
+/// A page of the page column: its icon alone while `collapsed`, else icon and title.
+GenButton {
+    id: _root
+
+    property string title: ""
+    property url icon
+    property bool collapsed: true
+
+    checkable: true
+    backRadius: 6
+    Accessible.name: title
+    Accessible.role: Accessible.PageTab
+
+    Behavior on height {
+        NumberAnimation { duration: 220; easing.type: Easing.OutCubic }
+    }
+
+    GenColoredImage {
+        anchors.centerIn: parent
+        width: 24
+        height: 24
+        color: GenToolbox.genPalette.buttonText
+        source: _root.icon
+        opacity: _root.collapsed ? 1 : 0
+        visible: opacity > 0
+
+        Behavior on opacity {
+            NumberAnimation { duration: 140 }
+        }
+    }
+    Item {
+        anchors { fill: parent; leftMargin: 18; rightMargin: 12 }
+        opacity: _root.collapsed ? 0 : 1
+        visible: opacity > 0
+
+        Behavior on opacity {
+            NumberAnimation { duration: 120 }
+        }
+
+        GenColoredImage {
+            id: _icon
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: 24
+            height: 24
+            color: GenToolbox.genPalette.buttonText
+            source: _root.icon
+        }
+        Text {
+            anchors { left: _icon.right; leftMargin: 12; right: parent.right; verticalCenter: parent.verticalCenter }
+            // One title begins with a blank, which is part of its translation key only.
+            text: _root.title.trim()
+            color: GenToolbox.genPalette.buttonText
+            font.family: GenFontManager.mainFontFamily
+            font.pixelSize: 16
+            elide: Text.ElideRight
+        }
+    }
+    Loader {
+        active: _root.collapsed && _root.hovered
+        sourceComponent: GenToolTip {
+            parent: _root
+            x: parent.width + 8
+            y: (parent.height - height) / 2
+            visible: _root.hovered
+            text: _root.title.trim()
+        }
+    }
+}

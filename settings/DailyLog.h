@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+/**
+ * A text log with one file per day in the log folder. The file is opened, appended to and closed for each
+ * line, so that nothing is lost in a crash and a file can be read, moved or deleted at any time.
+ *
+ * Holds no state that changes: any thread may append. A line that cannot be written is lost silently.
+ */
+class DailyLog
+{
+public:
+    enum class Encoding { Utf8, Local8Bit };
+
+    /// \a fileNamePattern names the file, with %1 where the date goes, for example "hid_link_%1.log".
+    explicit DailyLog(const QString& fileNamePattern, Encoding encoding = Encoding::Utf8);
+
+    /// Where a line of \a when goes; the folder is created.
+    QString filePath(const QDateTime& when) const;
+    /// Appends "[yyyy-MM-dd HH:mm:ss.zzz] " and \a message as one line.
+    void append(const QString& message, const QDateTime& now = QDateTime::currentDateTime()) const;
+    /// Appends \a line as it is, to the file of the day of \a now.
+    void appendLine(const QString& line, const QDateTime& now = QDateTime::currentDateTime()) const;
+
+private:
+    QString m_fileNamePattern;
+    Encoding m_encoding;
+};

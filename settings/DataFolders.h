@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+/**
+ * Where the application keeps what belongs to its user: folders in "Quorvel" under the Documents folder.
+ *
+ * Each call looks the Documents folder up anew and creates the folder with its missing parents; where that
+ * fails the path is returned all the same, and opening a file in it fails. Any thread may call them.
+ */
+namespace DataFolders {
+
+/// Daily log files.
+QString logs();
+/// The multimeter history.
+QString database();
+/// Curve archives.
+QString curves();
+
+} // namespace DataFolders

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/**
+ * hidapi without hardware: a program that links this library first calls these functions instead of the
+ * real ones. The devices on the bus, what they send and how they fail is scripted here, from any thread.
+ *
+ * A device is known by its path and may be open several times; what it sends goes to whoever reads first.
+ */
+namespace FakeHidApi {
+
+/// One entry of the enumeration. The defaults are a device that opens and stays silent.
+struct Device
+{
+    QByteArray path; ///< empty: enumerated without a path
+    int interfaceNumber = 0;
+    unsigned short usagePage = 0xFF00;
+    unsigned short usage = 0x0001;
+    unsigned short releaseNumber = 0x0100;
+    QString manufacturer; ///< null: the device does not say
+    QString product;
+    QString serial;
+    /// How many openings fail first; negative: all.
+    int failingOpens = 0;
+    /// What the system says about a failed opening, see platform::hidAccessAdvice().
+    QString accessAdvice;
+};
+
+/// An empty bus, no failures, counters at zero. Call it while no handle is open.
+void reset();
+
+/// Adds \a device at the end of the enumeration.
+void plugIn(const Device& device);
+/// Takes the device away: reads and writes on its open handles fail from now on, as with real hardware.
+void unplug(const QByteArray& path);
+
+/// Queues one report for the next reads of the device.
+void send(const QByteArray& path, const QByteArray& report);
+/// Lets reads fail with \a errorText once the reports queued so far have been read.
+void failReads(const QByteArray& path, const QString& errorText);
+/// Lets writes fail, or work again.
+void failWrites(const QByteArray& path, bool fail);
+/// Lets each write take \a milliseconds.
+void slowWrites(const QByteArray& path, int milliseconds);
+/// Lets hid_init fail \a times.
+void failInit(int times);
+
+/// The output reports written to the device so far, in order, with the leading report id.
+QList<QByteArray> written(const QByteArray& path);
+/// The paths given to hid_open_path so far, in order, failed ones included.
+QStringList openedPaths();
+int initCalls();
+int exitCalls();
+int enumerations();
+/// Enumerations not yet freed, and device handles not yet closed.
+int openEnumerations();
+int openHandles();
+/// Whether a read of the device is waiting for a report at this moment.
+bool readPending(const QByteArray& path);
+/// Uses of a closed handle, second closes and a blocking mode never chosen, in words.
+QStringList misuses();
+
+} // namespace FakeHidApi

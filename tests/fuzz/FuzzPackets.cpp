@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Whatever an instrument may send: a series of packets through the codec and the link's receive entry.
+#include "hid/HidLink.h"
+#include "hid/PacketCodec.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+/// Stops the fuzzer when something that always holds does not.
+void check(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+void throughTheCodec(const QByteArray& packet)
+{
+    using namespace PacketCodec;
+    check(formatPacket(packet).count(QLatin1Char(' ')) == std::max(1, packet.size()));
+    check(!isValidPacket(packet) || packetType(packet) > 0);
+    if (const auto measurement = decodeMeasurement(packet))
+        check(encode(*measurement).mid(cPayloadOffset, 56) == packet.mid(cPayloadOffset, 56));
+    if (const auto info = decodeDeviceInfo(packet)) {
+        check(info->deviceId.size() <= cIdentityTextSize && info->deviceVersion.size() <= cIdentityTextSize);
+        check(decodeDeviceInfo(encode(*info))->deviceId == info->deviceId);
+    }
+    if (const auto curve = decodeCurveData(packet))
+        check(encode(*curve).mid(cPayloadOffset, 58) == packet.mid(cPayloadOffset, 58));
+    if (const auto reading = decodeMultimeter(packet)) {
+        check(reading->text.size() <= cReadingTextSize);
+        check(encode(*reading).size() == cPacketSize);
+    }
+    if (const auto message = decodeDeviceLog(packet))
+        check(encodeDeviceLog(*message).size() == cPacketSize);
+    if (const auto control = decodeUiControl(packet))
+        check(encode(*control).mid(cPayloadOffset, 5) == packet.mid(cPayloadOffset, 5));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    // No home folder: the lines of the device log go nowhere instead of filling the disk.
+    qputenv("HOME", "/dev/null");
+    static QCoreApplication app(*argc, *argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static HidLink link(nullptr, nullptr);
+    // Each packet: a length, then that many bytes as far as there are.
+    while (size > 0) {
+        const size_t length = std::min<size_t>(data[0] % (PacketCodec::cPacketSize + 1), size - 1);
+        const QByteArray packet(reinterpret_cast<const char*>(data + 1), static_cast<int>(length));
+        data += 1 + length;
+        size -= 1 + length;
+        throughTheCodec(packet);
+        QMetaObject::invokeMethod(&link, "handleIncomingPacket", Q_ARG(QByteArray, packet));
+        check(link.lastRxPacket() == PacketCodec::formatPacket(packet));
+    }
+    link.closeDevice();
+    check(link.mainInputVoltage() == 0 && link.multimeterMode() == 0 && link.lastRxPacket().isEmpty());
+    return 0;
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/qml/TestInstrument.h"
+
+#include "hid/HidLink.h"
+#include "hid/PacketCodec.h"
+#include "tests/fakes/FakeHidApi.h"
+
+namespace {
+
+const QByteArray cPath = QByteArrayLiteral("/dev/hidraw-test");
+
+} // namespace
+
+bool TestInstrument::plugIn()
+{
+    if (m_link.connected())
+        return true;
+    FakeHidApi::reset();
+    FakeHidApi::Device device;
+    device.path = cPath;
+    FakeHidApi::plugIn(device);
+    return m_link.openDevice();
+}
+
+bool TestInstrument::unplug()
+{
+    FakeHidApi::unplug(cPath);
+    m_link.closeDevice();
+    return m_link.connected();
+}
+
+void TestInstrument::measure(const QVariantMap& values)
+{
+    PacketCodec::Measurement measurement;
+    const auto take = [&values](const char* name, float& field) {
+        field = values.value(QLatin1String(name)).toFloat();
+    };
+    take("mainInputVoltage", measurement.mainInputVoltage);
+    take("mainOutputCurrent", measurement.mainOutputCurrent);
+    take("mainMah", measurement.mainMah);
+    take("mainTimeSec", measurement.mainTimeSec);
+    take("typeCInputVoltage", measurement.typeCInputVoltage);
+    take("typeCInputCurrent", measurement.typeCInputCurrent);
+    take("typeCInputPower", measurement.typeCInputPower);
+    take("typeCDPlusVoltage", measurement.typeCDPlusVoltage);
+    take("typeCDMinusVoltage", measurement.typeCDMinusVoltage);
+    take("typeCCC1Voltage", measurement.typeCCC1Voltage);
+    take("typeCCC2Voltage", measurement.typeCCC2Voltage);
+    take("typeCMah", measurement.typeCMah);
+    take("typeCTimeSec", measurement.typeCTimeSec);
+    receive(PacketCodec::encode(measurement));
+}
+
+void TestInstrument::read(int mode, const QString& text, int times)
+{
+    for (int i = 0; i < times; ++i)
+        receive(PacketCodec::encode(PacketCodec::MultimeterReading{mode, text}));
+}
+
+void TestInstrument::choose(int layer0, int layer1)
+{
+    PacketCodec::UiControl control;
+    control.direction = PacketCodec::InstrumentReport;
+    control.layer0 = layer0;
+    control.layer1 = layer1;
+    receive(PacketCodec::encode(control));
+}
+
+QVariantList TestInstrument::lastRequest() const
+{
+    const QList<QByteArray> written = FakeHidApi::written(cPath);
+    if (written.isEmpty())
+        return {};
+    // The report id comes first.
+    const QByteArray packet = written.constLast().mid(1);
+    QVariantList bytes{int(quint8(packet.at(PacketCodec::cTypeOffset)))};
+    for (int i = 0; i < 5; ++i)
+        bytes.append(int(quint8(packet.at(PacketCodec::cPayloadOffset + i))));
+    return bytes;
+}
+
+void TestInstrument::receive(const QByteArray& packet)
+{
+    QMetaObject::invokeMethod(&m_link, "handleIncomingPacket", Qt::DirectConnection,
+                              Q_ARG(QByteArray, packet));
+}

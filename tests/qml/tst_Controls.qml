@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtTest 1.12
+import GenControl.ScreenTools 1.0
+import GenToolbox 1.0
+
+import "qrc:/qml/customize"
+import "qrc:/qml/customize/Format.js" as Format
+
+Item {
+    id: _root
+
+    width: 400
+    height: 400
+
+    GenSwitch { id: _switch }
+    GenSpinBox { id: _spinBox; x: 80; to: 10000; value: 1234 }
+    GenTextField { id: _field; y: 50; width: 200; showClearButton: true }
+    GenTextField { id: _password; y: 100; width: 200; passwordMode: true }
+    GenButton { id: _button; y: 150; text: "Go"; iconSource: "qrc:/basic/close.svg" }
+    GenCombobox { id: _combobox; y: 200; model: ["one", "two"] }
+    GenCheckbox { id: _checkbox; y: 250 }
+    GenTextButton { id: _textButton; y: 300 }
+    GenLabel { x: 250; text: "label" }
+    GenSlider { id: _slider; y: 350 }
+    GenMouseArea { id: _mouseArea; x: 300; y: 300; width: 20; height: 20 }
+
+    GenColoredImage {
+        id: _picture
+
+        x: 300
+        width: 40
+        height: 40
+        color: "#ff8000"
+        source: "qrc:/basic/checkbox-blank.svg"
+    }
+
+    SignalSpy { id: _toggled; target: _switch; signalName: "toggled" }
+    SignalSpy { id: _areaClicked; target: _mouseArea; signalName: "clicked" }
+
+    TestCase {
+        name: "Controls"
+        when: windowShown
+
+        function pictureButton(field, picture) {
+            for (var i = 0; i < field.children.length; ++i) {
+                if (String(field.children[i].picture) === picture)
+                    return field.children[i]
+            }
+            return null
+        }
+
+        function cleanup() {
+            mouseMove(_root, 399, 1)
+        }
+
+        function test_switchInvertsByMouseAndKeyboard() {
+            mouseClick(_switch)
+            compare(_switch.checked, true)
+            compare(_toggled.count, 1)
+            compare(_toggled.signalArguments[0][0], true)
+            _switch.forceActiveFocus()
+            keyClick(Qt.Key_Space)
+            compare(_switch.checked, false)
+            compare(_toggled.count, 2)
+        }
+
+        function test_spinBoxCountsHundredths() {
+            compare(_spinBox.realValue, 12.34)
+            compare(_spinBox.textFromValue(1234, Qt.locale("en_US")), "12.34")
+            compare(_spinBox.valueFromText("12.35", Qt.locale("en_US")), 1235)
+            _spinBox.forceActiveFocus()
+            keyClick(Qt.Key_Up)
+            compare(_spinBox.value, 1235)
+            mouseClick(_spinBox, 10, _spinBox.height / 2)
+            compare(_spinBox.value, 1234)
+        }
+
+        function test_textFieldClears() {
+            _field.text = "abc"
+            _field.forceActiveFocus()
+            var button = pictureButton(_field, "qrc:/basic/close.svg")
+            verify(button.visible)
+            mouseClick(button)
+            compare(_field.text, "")
+            compare(button.visible, false)
+            compare(_field.activeFocus, true)
+        }
+
+        function test_passwordEye() {
+            _password.text = "abc"
+            compare(_password.echoMode, TextInput.Password)
+            _password.forceActiveFocus()
+            var eye = pictureButton(_password, "qrc:/basic/close2.svg")
+            verify(eye.visible)
+            mouseClick(eye)
+            compare(_password.echoMode, TextInput.Normal)
+        }
+
+        function test_mouseAreaTakesTwiceItsSize() {
+            mouseClick(_root, 292, 310)
+            compare(_areaClicked.count, 1)
+            mouseClick(_root, 288, 310)
+            compare(_areaClicked.count, 1)
+        }
+
+        function test_buttonHighlightEndsWhenTheCursorLeavesUnseen() {
+            compare(_button._highlighted, false)
+            mouseMove(_button, 20, 20)
+            compare(_button._highlighted, true)
+            // The cursor moves on without the button seeing it.
+            TestCursor.moveTo(5, 790)
+            tryCompare(_button, "_highlighted", false)
+            mouseMove(_root, 399, 399)
+            TestCursor.moveTo(7, 790)
+            mouseMove(_button, 20, 20)
+            compare(_button._highlighted, true)
+        }
+
+        function test_buttonSizes() {
+            compare(_button.implicitWidth, 120)
+            compare(_button.implicitHeight, 40)
+            compare(_textButton.implicitWidth, 120)
+            compare(_textButton.implicitHeight, 40)
+        }
+
+        function test_comboboxShowsEntriesAndRoles() {
+            compare(_combobox.displayText, "one")
+            mouseClick(_combobox)
+            tryCompare(_combobox.popup, "opened", true)
+            keyClick(Qt.Key_Down)
+            keyClick(Qt.Key_Return)
+            compare(_combobox.displayText, "two")
+            tryCompare(_combobox.popup, "opened", false)
+            keyClick(Qt.Key_Return)
+            tryCompare(_combobox.popup, "opened", true)
+            keyClick(Qt.Key_Escape)
+            tryCompare(_combobox.popup, "opened", false)
+        }
+
+        function test_checkboxStartsChecked() {
+            compare(_checkbox.checked, true)
+            _checkbox.forceActiveFocus()
+            keyClick(Qt.Key_Space)
+            compare(_checkbox.checked, false)
+            compare(String(_checkbox.indicator.source), "qrc:/basic/checkbox-blank.svg")
+        }
+
+        function test_sliderTooltipHasTheStepsDecimals_data() {
+            return [{ tag: "hundredths", step: 0.01, text: "0.50" }, { tag: "whole", step: 1, text: "1" },
+                    { tag: "tiny", step: 1e-7, text: "0.5000000" }]
+        }
+
+        function test_sliderTooltipHasTheStepsDecimals(data) {
+            _slider.stepSize = data.step
+            _slider.value = 0.5
+            compare(_slider.tooltip.text, data.text)
+        }
+
+        function test_pictureIsPaintedInItsColour() {
+            compare(_picture.status, Image.Ready)
+            var painted = _picture.children[1]
+            compare(painted.status, Image.Ready)
+            compare(painted.sourceSize, Qt.size(40, 40))
+            _picture.color = "#0040ff"
+            verify(String(painted.source).indexOf("0040ff") > 0)
+            compare(painted.status, Image.Ready)
+        }
+
+        function test_formats_data() {
+            return [
+                { tag: "number", result: Format.formatMetric(1.23456, 3, " V"), expected: "1.235 V" },
+                { tag: "no number", result: Format.formatMetric(NaN, 3, " V"), expected: "--" },
+                { tag: "disconnected", result: Format.formatMetric(Format.ifConnected(false, 1), 3, " V"), expected: "--" },
+                { tag: "seconds", result: Format.formatSeconds(3725.9), expected: "01:02:05" },
+                { tag: "over 99 hours", result: Format.formatSeconds(360000), expected: "100:00:00" },
+                { tag: "negative", result: Format.formatSeconds(-5), expected: "00:00:00" },
+                { tag: "no time", result: Format.formatSeconds(NaN), expected: "00:00:00" },
+                { tag: "no time, own text", result: Format.formatSeconds(NaN, "--:--:--"), expected: "--:--:--" },
+                { tag: "alpha", result: String(Format.withAlpha("#102030", 0.5)), expected: "#80102030" },
+                { tag: "alpha above one", result: String(Format.withAlpha("#102030", 7)), expected: "#102030" },
+                { tag: "transparent stays", result: Format.faded("transparent", 1).a, expected: 0 }
+            ]
+        }
+
+        function test_formats(data) {
+            compare(data.result, data.expected)
+        }
+    }
+}

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Window 2.12
+import QtTest 1.12
+import GenToolbox 1.0
+
+Item {
+    id: _root
+
+    readonly property var manager: GenToolbox.systemManager
+
+    width: 1200
+    height: 800
+
+    Loader { id: _loader; anchors.fill: parent }
+
+    TestCase {
+        name: "SysSettings"
+        when: windowShown
+
+        readonly property var page: _loader.item
+
+        function init() {
+            GenApp.setLanguage(1)
+            _root.width = 1200
+            _loader.source = ""
+            _loader.source = "qrc:/qml/toolsUI/SysSettings.qml"
+            verify(page)
+            waitForRendering(page)
+        }
+
+        function cleanup() {
+            _root.manager.setServerHost("")
+            _root.manager.setDocsPort(8000)
+            _root.manager.setApiPort(8078)
+        }
+
+        function part(name) {
+            var found = findChild(page, name)
+            verify(found, name)
+            return found
+        }
+
+        // Brings the control into view as the keyboard does, and gives it the focus.
+        function reach(name) {
+            var found = part(name)
+            found.forceActiveFocus()
+            waitForRendering(page)
+            return found
+        }
+
+        function stored(key) {
+            return GenToolbox.genSettings.sValue(key, "", "sysSettings")
+        }
+
+        function type(field, text) {
+            field.selectAll()
+            for (var i = 0; i < text.length; ++i)
+                keyClick(text[i])
+        }
+
+        function test_serverSettings_data() {
+            return [
+                { tag: "normalised", host: "  lab.local// ", docs: "9000", api: "9078",
+                  shown: ["http://lab.local", "9000", "9078"] },
+                { tag: "ports out of range", host: "https://lab", docs: "0", api: "70000",
+                  shown: ["https://lab", "8000", "8078"] },
+                { tag: "empty", host: "", docs: "", api: "", shown: ["http://127.0.0.1", "8000", "8078"] }
+            ]
+        }
+
+        function test_serverSettings(data) {
+            _root.manager.setDocsPort(9001)
+            _root.manager.setApiPort(9079)
+            reach("hostField").text = data.host
+            reach("docsPortField").text = data.docs
+            reach("apiPortField").text = data.api
+            reach("applyButton")
+            mouseClick(part("applyButton"))
+            compare([part("hostField").text, part("docsPortField").text, part("apiPortField").text], data.shown)
+            compare([_root.manager.serverHost, String(_root.manager.docsPort), String(_root.manager.apiPort)], data.shown)
+            compare(part("serverStatus").text, "Server settings saved.")
+            compare(stored("serverHost"), data.shown[0])
+        }
+
+        function test_resetServerSettings() {
+            _root.manager.setServerHost("lab")
+            compare(part("hostField").text, "http://lab")
+            _root.manager.setApiPort(1234)
+            compare(part("apiPortField").text, "1234")
+            reach("resetButton")
+            keyClick(Qt.Key_Return)
+            compare(part("hostField").text, "http://127.0.0.1")
+            compare(part("apiPortField").text, "8078")
+            compare(part("serverStatus").text, "Default server settings restored.")
+        }
+
+        function test_portsTakeDigitsOnly() {
+            var field = reach("docsPortField")
+            type(field, "1a2-b3456789")
+            compare(field.text, "12345")
+        }
+
+        function test_opacity() {
+            var slider = reach("opacitySlider")
+            slider.value = 0.5
+            keyClick(Qt.Key_Right)
+            fuzzyCompare(page._windowBackgroundOpacity, 0.51, 1e-9)
+            fuzzyCompare(GenToolbox.genSettings.dValue("windowBackgroundOpacity", 0, "sysSettings"), 0.51, 1e-9)
+            GenToolbox.genSettings.setValue("windowBackgroundOpacity", 0.92, "sysSettings")
+        }
+
+        function test_switches_data() {
+            return [
+                { tag: "debug", row: "usbDebug", key: "usbDebugEnabled",
+                  on: "Detailed USB logs are enabled.", off: "Detailed USB logs are disabled." },
+                { tag: "history", row: "saveHistory", key: "saveMultimeterHistoryToFile",
+                  on: "Multimeter history will be saved to file.",
+                  off: "Multimeter history is kept for this session only." }
+            ]
+        }
+
+        function test_switches(data) {
+            var row = part(data.row)
+            var control = findChild(row, "switch")
+            compare(row.line, data.off)
+            control.forceActiveFocus()
+            waitForRendering(page)
+            mouseClick(control)
+            compare(row.line, data.on)
+            verify(GenToolbox.genSettings.bValue(data.key, false, "sysSettings"))
+            keyClick(Qt.Key_Space)
+            compare(row.line, data.off)
+            verify(!GenToolbox.genSettings.bValue(data.key, true, "sysSettings"))
+        }
+
+        // The page follows the language at once and loses nothing that it shows.
+        function test_language() {
+            _root.manager.progressChanged(42)
+            part("hostField").text = "being typed"
+            var box = reach("languageCombobox")
+            compare(box.model, ["Chinese", "English"])
+            keyClick(Qt.Key_Up)
+            compare(GenApp.currentLanguage, 0)
+            compare(box.model, ["中文", "English"])
+            compare(box.currentIndex, 0)
+            compare(box.displayText, "中文")
+            compare(part("progressText").text, "42%")
+            compare(part("hostField").text, "being typed")
+            GenApp.setLanguage(1)
+            compare(box.currentIndex, 1)
+            compare(box.model, ["Chinese", "English"])
+        }
+
+        function test_hiddenTools_data() {
+            return [
+                { tag: "typed", keys: "qzt", shown: true },
+                { tag: "capitals", keys: "QZT", shown: true },
+                { tag: "others before", keys: "aqqzt", shown: true },
+                { tag: "others between", keys: "qzxt", shown: false },
+                { tag: "twice", keys: "qztqzt", shown: false },
+                { tag: "overlapping", keys: "qztzt", shown: true }
+            ]
+        }
+
+        function test_hiddenTools(data) {
+            verify(page.activeFocus)
+            for (var i = 0; i < data.keys.length; ++i)
+                keyClick(data.keys[i])
+            compare(part("installDriverButton").visible, data.shown)
+            compare(part("uninstallDriverButton").visible, data.shown)
+        }
+
+        function test_hiddenToolsStayHiddenWhileTyping() {
+            reach("hostField")
+            keyClick("q"); keyClick("z"); keyClick("t")
+            verify(!part("installDriverButton").visible)
+        }
+
+        function test_firmwareProgress() {
+            verify(!part("upgradeButton").enabled)
+            compare(part("progressText").text, "0%")
+            _root.manager.progressChanged(52)
+            compare(part("progressText").text, "52%")
+            compare(part("progressBar").value, 52)
+            compare(part("stateText").color, "#ffff00")
+
+            // The controller is lost in the middle; a plug that is not there resets nothing.
+            _root.manager.felReadyChanged()
+            compare(part("stateText").text, "Upgrade Faild")
+            _root.manager.usbConnectedChanged()
+            compare(part("stateText").text, "Upgrade Faild")
+            compare(part("progressText").text, "52%")
+
+            _root.manager.progressChanged(100)
+            compare(part("stateText").text, "Upgrade complete")
+            compare(part("stateText").color, page.okColor)
+            _root.manager.felReadyChanged()
+            compare(part("stateText").text, "Upgrade complete")
+            // Unplugged after the end.
+            _root.manager.usbConnectedChanged()
+            compare(part("stateText").text, "")
+            compare(part("progressText").text, "0%")
+        }
+
+        function test_failedUpgradeIsTold() {
+            _root.manager.progressChanged(30)
+            _root.manager.upgradeFinished(false)
+            compare(part("stateText").text, "Upgrade Faild")
+        }
+
+        // Elsewhere than on Windows the job ends at once, with a message.
+        function test_driverJobTellsItsEnd() {
+            page._showHiddenDriverTools = true
+            reach("installDriverButton")
+            keyClick(Qt.Key_Return)
+            tryCompare(part("stateText"), "text", "FEL driver installation is only supported on Windows.")
+            compare(part("stateText").color, page.warningColor)
+            verify(part("installDriverButton").enabled)
+            _root.manager.felDriverInstallFinished(true, "done")
+            compare(part("stateText").text, "done")
+            compare(part("stateText").color, page.okColor)
+        }
+
+        function test_logExport() {
+            reach("exportButton")
+            keyClick(Qt.Key_Return)
+            tryVerify(function() { return part("archiveStatus").text.length > 0 })
+            if (page._logsArchivePath.length > 0)
+                compare(part("archiveStatus").text, "Saved to: " + page._logsArchivePath)
+            else
+                compare(part("archiveStatus").text, "Log export failed.")
+            compare(part("archiveStatus").active, page._logsArchivePath.length > 0)
+        }
+
+        // From control to control by Tab alone, each of them in view when it has the focus.
+        function test_tabReachesEverything() {
+            _root.width = 700
+            var missing = ["opacitySlider", "typesCombobox", "languageCombobox", "chineseManual", "englishManual",
+                           "exportButton", "hostField", "docsPortField", "apiPortField", "resetButton", "applyButton"]
+            for (var i = 0; i < 40 && missing.length > 0; ++i) {
+                keyClick(Qt.Key_Tab)
+                var item = _root.Window.window.activeFocusItem
+                var top = item.mapToItem(page, 0, 0).y
+                verify(top >= 0 && top + item.height <= page.height, item.objectName)
+                var at = missing.indexOf(item.objectName)
+                if (at >= 0)
+                    missing.splice(at, 1)
+            }
+            compare(missing, [])
+        }
+
+        function test_leftPanelNeedsRoom() {
+            verify(page.showLeftPanel)
+            _root.width = 700
+            verify(!page.showLeftPanel)
+        }
+    }
+}

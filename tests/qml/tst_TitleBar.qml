@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Window 2.12
+import QtTest 1.12
+
+import "qrc:/qml/ui"
+
+Item {
+    id: _root
+
+    width: 500
+    height: 100
+
+    // Stands in for the main window, which the title bar addresses by this id.
+    QtObject {
+        id: mainwindows
+
+        property int visibility: Window.Windowed
+        property bool alwaysOnTop: false
+        property real x: 100
+        property real y: 100
+        property real width: 500
+        property real height: 300
+        property var log: []
+
+        function showNormal() { visibility = Window.Windowed; log.push("normal") }
+        function showMaximized() { visibility = Window.Maximized; log.push("maximized") }
+        function showMinimized() { log.push("minimized") }
+        function close() { log.push("close") }
+        function toggleAlwaysOnTop() { alwaysOnTop = !alwaysOnTop; log.push("topmost") }
+        function manualCheckUpdate() { log.push("update") }
+    }
+
+    GenTitleBar {
+        id: _bar
+
+        width: parent.width
+    }
+
+    TestCase {
+        name: "TitleBar"
+        when: windowShown
+
+        function init() {
+            mainwindows.visibility = Window.Windowed
+            mainwindows.alwaysOnTop = false
+            mainwindows.x = mainwindows.y = 100
+            mainwindows.width = 500
+            mainwindows.height = 300
+            mainwindows.log = []
+        }
+
+        // The cursor where a mouse event at this place of the test's window has it.
+        function moveCursor(x, y) {
+            var place = _root.mapToGlobal(x, y)
+            TestCursor.moveTo(place.x, place.y)
+            return place.x
+        }
+
+        function test_sizes() {
+            compare(_bar.height, 35)
+            compare(_bar.z, 1)
+        }
+
+        // From the right edge: 10 px margin and 18 px button each.
+        function test_buttons_data() {
+            return [
+                { tag: "close", position: 0, call: "close" },
+                { tag: "maximise", position: 1, call: "maximized" },
+                { tag: "minimise", position: 2, call: "minimized" },
+                { tag: "topmost", position: 3, call: "topmost" },
+                { tag: "update", position: 4, call: "update" }
+            ]
+        }
+
+        function test_buttons(data) {
+            mouseClick(_root, _root.width - 19 - 28 * data.position, 19)
+            compare(mainwindows.log, [data.call])
+        }
+
+        function test_maximisedStateFollowsTheWindow() {
+            mainwindows.visibility = Window.Maximized
+            compare(_bar.isMaximized, true)
+            _bar.toggleMaximized()
+            compare(mainwindows.log, ["normal"])
+            compare(_bar.isMaximized, false)
+        }
+
+        function test_doubleClickMaximisesAndDoesNotMove() {
+            mouseDoubleClickSequence(_root, 100, 20)
+            compare(mainwindows.log, ["maximized"])
+            compare(mainwindows.x, 100)
+        }
+
+        function test_dragMovesByTheCursorsOffset() {
+            // The cursor has gone on when the press is handled.
+            moveCursor(110, 25)
+            mousePress(_root, 100, 20)
+            moveCursor(140, 50)
+            mouseMove(_root, 140, 50)
+            mouseRelease(_root, 140, 50)
+            compare([mainwindows.x, mainwindows.y], [140, 130])
+            compare(mainwindows.log, [])
+        }
+
+        function test_dragRestoresAMaximisedWindow() {
+            mainwindows.visibility = Window.Maximized
+            mainwindows.width = 1920
+            mainwindows.height = 1080
+            moveCursor(250, 20)
+            mousePress(_root, 250, 20)
+            moveCursor(251, 21)
+            mouseMove(_root, 251, 21)
+            compare(mainwindows.log, ["normal"])
+            compare(_bar.isMaximized, false)
+            // The window system has yet to restore the size.
+            moveCursor(255, 23)
+            mouseMove(_root, 255, 23)
+            compare(mainwindows.x, 100)
+            mainwindows.width = 500
+            mainwindows.height = 300
+            // The half-way point of the bar stays under the cursor.
+            var cursor = moveCursor(260, 25)
+            mouseMove(_root, 260, 25)
+            compare(mainwindows.x + mainwindows.width / 2, cursor)
+            mouseRelease(_root, 260, 25)
+        }
+
+        function test_fullScreenWindowsDoNotMove() {
+            mainwindows.visibility = Window.FullScreen
+            // The cursor has gone on when the press is handled.
+            moveCursor(110, 25)
+            mousePress(_root, 100, 20)
+            moveCursor(140, 50)
+            mouseMove(_root, 140, 50)
+            mouseRelease(_root, 140, 50)
+            compare([mainwindows.x, mainwindows.y], [100, 100])
+        }
+    }
+}

@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick 2.12
+import QtQuick.Window 2.12
+import QtTest 1.12
+import CUpgradeControl 1.0
+import GenToolbox 1.0
+
+import "qrc:/qml/toolsUI"
+
+Item {
+    id: _root
+
+    property int behindClicks: 0
+
+    width: 800
+    height: 600
+
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        onClicked: ++_root.behindClicks
+    }
+    TextInput { id: _behind; width: 10; height: 10 }
+    Loader { id: _loader; anchors.fill: parent }
+
+    Component { id: _dialogComponent; UpgradeWindow {} }
+
+    TestCase {
+        name: "UpgradeWindow"
+        when: windowShown
+
+        readonly property var dialog: _loader.item
+
+        function initTestCase() {
+            GenApp.setLanguage(1)
+        }
+
+        function init() {
+            GenToolbox.genSettings.setValue("ignoredVersion", "", "upgrade")
+            _loader.sourceComponent = undefined
+            _loader.sourceComponent = _dialogComponent
+            _root.behindClicks = 0
+        }
+
+        function part(name) {
+            var found = findChild(dialog, name)
+            verify(found, name)
+            return found
+        }
+
+        function ignored() {
+            return GenToolbox.genSettings.sValue("ignoredVersion", "", "upgrade")
+        }
+
+        function test_startsHidden() {
+            verify(!dialog.visible)
+        }
+
+        function test_automaticOffer() {
+            dialog.show2(" 1.2.0 ", "news")
+            verify(dialog.visible)
+            compare(part("headline").text, "A new software version has been detected. Do you want to upgrade now?")
+            compare(part("details").text, "最新版本: 1.2.0 \n更新内容:news\n")
+            verify(part("upgradeButton").visible)
+            verify(part("ignoreBox").visible)
+            compare(part("ignoreBox").checked, false)
+            compare(ignored(), "")
+        }
+
+        function test_offerByAddress() {
+            dialog.showManualResult(true, "1.1.4", "1.2", "", "http://h/old", "")
+            dialog.show("http://h/p.exe", "news")
+            compare(dialog._downloadUrl, "http://h/p.exe")
+            compare(part("details").text, "更新内容:\nnews")
+            compare(dialog._latestVersionRaw, "")
+        }
+
+        function test_checking() {
+            dialog.showChecking()
+            compare(part("headline").text, "Checking for updates, please wait...")
+            compare(part("details").text,
+                    "Checking for updates, please wait...\n\nCurrent version: " + applicationVersion + "\n")
+            verify(!part("upgradeButton").visible)
+            verify(!part("ignoreBox").visible)
+        }
+
+        function test_manualResults_data() {
+            return [
+                { tag: "newer", need: true, latest: "1.2", desc: "d", message: "", upgrade: true, ignore: true,
+                  details: "A new version is available.\n\nCurrent version: 1.1.4\nLatest version: 1.2\nUpdate content: d\n" },
+                { tag: "same", need: false, latest: "1.1.4", desc: "", message: "", upgrade: false, ignore: true,
+                  details: "You are already using the latest version.\n\nCurrent version: 1.1.4\nLatest version: 1.1.4\n" },
+                { tag: "error", need: false, latest: "", desc: "", message: "Refused.", upgrade: false, ignore: false,
+                  details: "Refused.\n\nCurrent version: 1.1.4\n" }
+            ]
+        }
+
+        function test_manualResults(data) {
+            dialog.showChecking()
+            dialog.showManualResult(data.need, "1.1.4", data.latest, data.desc, "http://h/p", data.message)
+            compare(part("details").text, data.details)
+            compare(part("upgradeButton").visible, data.upgrade)
+            compare(part("ignoreBox").visible, data.ignore)
+            compare(part("headline").text, data.need
+                    ? "A new software version has been detected. Do you want to upgrade now?" : "No update is available.")
+        }
+
+        // The server's text is shown letter by letter.
+        function test_hostileDescription() {
+            dialog.show2("1.2", "<img src='http://127.0.0.1:1/x.png'><b>bold</b>")
+            verify(part("details").text.indexOf("<b>bold</b>") > 0)
+        }
+
+        function test_ignoredVersionIsRemembered() {
+            dialog.show2("1.2.0", "news")
+            mouseClick(part("ignoreBox"), 10, 18)
+            compare(ignored(), "1.2.0")
+            mouseClick(part("cancelButton"))
+            verify(!dialog.visible)
+            compare(ignored(), "1.2.0")
+
+            // Known again the next time, and showing it changes nothing.
+            dialog.show2("1.2.0", "news")
+            compare(part("ignoreBox").checked, true)
+            dialog.show2("1.3.0", "news")
+            compare(part("ignoreBox").checked, false)
+            compare(ignored(), "1.2.0")
+
+            dialog.showManualResult(true, "1.1.4", "1.2.0", "", "", "")
+            compare(part("ignoreBox").checked, true)
+            part("ignoreBox").forceActiveFocus()
+            keyClick(Qt.Key_Space)
+            compare(ignored(), "")
+            mouseClick(part("cancelButton"))
+            compare(ignored(), "")
+        }
+
+        function test_statusTexts_data() {
+            var failure = "The update failed, please check whether the network is normal."
+            return [
+                { tag: "start", status: CUpgradeControl.UPC_Start, text: "Connect to Server...", button: "Cancel upgrade" },
+                { tag: "download", status: CUpgradeControl.UPC_Download, text: "download file...", button: "Cancel upgrade" },
+                { tag: "finished", status: CUpgradeControl.UPC_Finished, text: "download finished", button: "install" },
+                { tag: "access", status: CUpgradeControl.UPC_Access, text: failure, button: "Cancel upgrade" },
+                { tag: "error", status: CUpgradeControl.UPC_NetworkError, text: failure, button: "Cancel upgrade" }
+            ]
+        }
+
+        function test_statusTexts(data) {
+            dialog.show2("1.2.0", "news")
+            dialog._status = 1
+            compare(part("progressMessage").text, "Connect to Server...")
+            CUpgradeControl.updateStatus(data.status)
+            compare(part("progressMessage").text, data.text)
+            compare(part("progressButton").text, data.button)
+            verify(dialog.visible)
+        }
+
+        function test_progress_data() {
+            return [
+                { tag: "half", text: "0.5", value: 50, endless: false },
+                { tag: "all", text: "1", value: 100, endless: false },
+                { tag: "no length", text: "-1.04858e+06", value: 0, endless: true }
+            ]
+        }
+
+        function test_progress(data) {
+            dialog.show2("1.2.0", "news")
+            dialog._status = 1
+            CUpgradeControl.emitdownloadProgress(data.text)
+            compare(part("downloadBar").value, data.value)
+            compare(part("downloadBar").indeterminate, data.endless)
+        }
+
+        function test_canceledCloses() {
+            dialog.show2("1.2.0", "news")
+            dialog._status = 1
+            CUpgradeControl.updateStatus(CUpgradeControl.UPC_Canceled)
+            verify(!dialog.visible)
+        }
+
+        // Nothing was downloaded here: the install is refused, and the dialog says so before it closes.
+        function test_refusedInstall() {
+            dialog.show2("1.2.0", "news")
+            dialog._status = 1
+            CUpgradeControl.updateStatus(CUpgradeControl.UPC_Finished)
+            mouseClick(part("progressButton"))
+            verify(dialog.visible)
+            compare(part("progressButton").text, "Cancel upgrade")
+            mouseClick(part("progressButton"))
+            verify(!dialog.visible)
+        }
+
+        function test_nextQuestionStartsAfresh() {
+            dialog.show2("1.2.0", "news")
+            dialog._status = 1
+            CUpgradeControl.updateStatus(CUpgradeControl.UPC_NetworkError)
+            CUpgradeControl.emitdownloadProgress("0.7")
+            dialog.close()
+            dialog.show2("1.2.0", "news")
+            compare(dialog._status, 0)
+            dialog._status = 1
+            compare(part("progressMessage").text, "Connect to Server...")
+            compare(part("downloadBar").value, 0)
+        }
+
+        function test_keyboardStaysInside() {
+            _behind.forceActiveFocus()
+            dialog.show2("1.2.0", "news")
+            tryCompare(part("upgradeButton"), "activeFocus", true)
+            keyClick(Qt.Key_A)
+            compare(_behind.text, "")
+            keyClick(Qt.Key_Escape)
+            verify(!dialog.visible)
+            verify(_behind.activeFocus)
+        }
+
+        function test_tabGoesRound() {
+            _behind.activeFocusOnTab = true
+            _behind.forceActiveFocus()
+            dialog.show2("1.2.0", "news")
+            var reached = []
+            for (var i = 0; i < 8; ++i) {
+                keyClick(Qt.Key_Tab)
+                var item = _root.Window.window.activeFocusItem
+                verify(dialog._isInside(item))
+                if (reached.indexOf(item.objectName) < 0)
+                    reached.push(item.objectName)
+            }
+            compare(reached.sort(), ["cancelButton", "details", "ignoreBox", "upgradeButton"])
+        }
+
+        function test_nothingBehindIsClicked() {
+            dialog.show2("1.2.0", "news")
+            mouseClick(_root, 20, 20)
+            mouseClick(_root, 20, 20, Qt.RightButton)
+            compare(_root.behindClicks, 0)
+            dialog.close()
+            mouseClick(_root, 20, 20)
+            compare(_root.behindClicks, 1)
+        }
+
+        // In the coordinates of the window, because the box moves along.
+        function dragTo(fromX, fromY, toX, toY) {
+            mousePress(_root, fromX, fromY)
+            for (var i = 1; i <= 10; ++i)
+                mouseMove(_root, fromX + (toX - fromX) * i / 10, fromY + (toY - fromY) * i / 10)
+            mouseRelease(_root, toX, toY)
+        }
+
+        function test_canBeDragged() {
+            dialog.show2("1.2.0", "news")
+            var box = part("box")
+            var x = box.x
+            var y = box.y
+            dragTo(x + 40, y + 12, x + 100, y + 57)
+            verify(Math.abs(box.x - x - 60) <= 20 && Math.abs(box.y - y - 45) <= 20)
+            dragTo(box.x + 40, box.y + 12, _root.width - 1, _root.height - 1)
+            compare(box.x, dialog.width - box.width)
+        }
+    }
+}

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QObject>
+#include <QTcpServer>
+#include <QVector>
+
+#include <functional>
+
+class QTcpSocket;
+
+/**
+ * A small HTTP server on a free loopback port that answers each path as a test wants it, rightly or not.
+ *
+ * Lives on the thread of the test and answers from its event loop. Every connection serves one request.
+ */
+class HttpFaultServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Request
+    {
+        QByteArray method;
+        /// With the query, as the client wrote it.
+        QByteArray path;
+        /// By lower-case name.
+        QHash<QByteArray, QByteArray> headers;
+        QByteArray body;
+    };
+
+    struct Reply
+    {
+        enum Length : qint64 {
+            ActualLength = -2, ///< Content-Length tells the truth.
+            NoLength = -1      ///< No Content-Length: the end of the connection ends the body.
+        };
+        enum class After {
+            Close, ///< The connection ends.
+            Stall  ///< The connection stays, and nothing more comes.
+        };
+
+        int status = 200;
+        QByteArray body;
+        /// Complete extra header lines, each with its line end.
+        QByteArray headers;
+        /// A Length or the number of bytes to announce, true or not.
+        qint64 length = ActualLength;
+        /// Send only so many bytes of the body; all when negative.
+        qint64 sendBytes = -1;
+        After after = After::Close;
+        /// Accept the request and never answer at all.
+        bool mute = false;
+        /// Sent as it is instead of everything above, for answers that are no HTTP.
+        QByteArray raw;
+        /// Send in pieces of so many bytes, with this pause in front of each; at once when 0.
+        int pieceBytes = 0;
+        int pauseMs = 0;
+    };
+
+    using Handler = std::function<Reply(const Request&)>;
+
+    /// Listens at once; \a port 0 takes any free one. isListening() tells whether it worked.
+    explicit HttpFaultServer(QObject* parent = nullptr, quint16 port = 0);
+    ~HttpFaultServer() override;
+
+    bool isListening() const { return m_server.isListening(); }
+    quint16 port() const { return m_server.serverPort(); }
+    /// "http://127.0.0.1:<port>" + \a path.
+    QString url(const QString& path) const;
+
+    /// Answers requests for \a path (without a query) with \a reply; any other path gets a 404.
+    void setReply(const QByteArray& path, const Reply& reply);
+    void setHandler(const QByteArray& path, const Handler& handler);
+    /// Ends every open connection, the stalled ones included.
+    void dropConnections();
+    /// Stops listening: new connections are refused.
+    void close();
+
+    const QVector<Request>& requests() const { return m_requests; }
+    /// How often \a path was asked for.
+    int requestCount(const QByteArray& path) const;
+
+Q_SIGNALS:
+    /// A request has come in completely; its answer begins now.
+    void requested(const QByteArray& path);
+
+private:
+    void onConnection();
+    void onData(QTcpSocket* socket);
+    void answer(QTcpSocket* socket, const Reply& reply);
+
+    QTcpServer m_server;
+    QHash<QByteArray, Handler> m_handlers;
+    QHash<QTcpSocket*, QByteArray> m_received;
+    QVector<Request> m_requests;
+};

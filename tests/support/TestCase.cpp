@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/TestCase.h"
+
+#include <QDir>
+#include <QMutex>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+/// Guards what follows: warnings come from any thread.
+QMutex warningMutex;
+std::vector<QRegularExpression> expectedWarnings;
+QStringList unexpectedWarnings;
+QtMessageHandler nextHandler = nullptr;
+
+void watchWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtWarningMsg || type == QtCriticalMsg) {
+        const QMutexLocker lock(&warningMutex);
+        const bool expected = std::any_of(
+            expectedWarnings.cbegin(), expectedWarnings.cend(),
+            [&message](const QRegularExpression& pattern) { return pattern.match(message).hasMatch(); });
+        if (!expected)
+            unexpectedWarnings.append(message);
+    }
+    nextHandler(type, context, message);
+}
+
+} // namespace
+
+void TestCase::expectWarning(const QString& pattern)
+{
+    const QMutexLocker lock(&warningMutex);
+    expectedWarnings.emplace_back(pattern);
+}
+
+void TestCase::init()
+{
+    const QMutexLocker lock(&warningMutex);
+    expectedWarnings.clear();
+    unexpectedWarnings.clear();
+    nextHandler = qInstallMessageHandler(watchWarnings);
+}
+
+void TestCase::cleanup()
+{
+    qInstallMessageHandler(nextHandler);
+    const QMutexLocker lock(&warningMutex);
+    QVERIFY2(unexpectedWarnings.isEmpty(), qPrintable(unexpectedWarnings.join(QLatin1Char('\n'))));
+}
+
+void test::isolateHome()
+{
+    static const QTemporaryDir home;
+    const QDir folder(home.path());
+    const QStringList folders{QStringLiteral("Documents"), QStringLiteral("Desktop"),
+                              QStringLiteral(".config"), QStringLiteral("tmp")};
+    for (const QString& name : folders)
+        folder.mkpath(name);
+    QFile userDirs(folder.filePath(QStringLiteral(".config/user-dirs.dirs")));
+    if (userDirs.open(QIODevice::WriteOnly))
+        userDirs.write("XDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_DESKTOP_DIR=\"$HOME/Desktop\"\n");
+    qputenv("HOME", QFile::encodeName(home.path()));
+    qputenv("TMPDIR", QFile::encodeName(folder.filePath(QStringLiteral("tmp"))));
+    qunsetenv("XDG_CONFIG_HOME");
+    qunsetenv("XDG_DATA_HOME");
+    qunsetenv("XDG_CACHE_HOME");
+}

@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Waiting for conditions, never for a fixed time."""
+
+import time
+
+POLL_INTERVAL_S = 0.03
+DEFAULT_TIMEOUT_S = 20.0
+
+
+class NotReached(AssertionError):
+    """A condition did not come true in time."""
+
+
+def wait_for(condition, what, timeout_s=DEFAULT_TIMEOUT_S):
+    """Polls condition() until it returns something true, and returns that; NotReached when it never does."""
+    deadline = time.monotonic() + timeout_s
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() > deadline:
+            raise NotReached(f"not within {timeout_s:g} s: {what() if callable(what) else what}")
+        time.sleep(POLL_INTERVAL_S)
+
+
+def stays(condition, seconds):
+    """Whether condition() holds at every poll for the given time; for what must not happen."""
+    deadline = time.monotonic() + seconds
+    while time.monotonic() < deadline:
+        if not condition():
+            return False
+        time.sleep(POLL_INTERVAL_S)
+    return True

@@ -1,0 +1,124 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The multimeter page: functions switched from both sides, steady readings recorded, rows deleted."""
+
+import re
+
+from support import case
+from support.pages import current_page, open_page
+from support.waiting import wait_for
+
+FUNCTIONS = ("Voltage", "Resistance", "Capacitance", "Diode", "Buzzer")
+ROW_ROLE = "row"
+
+
+class MultimeterTest(case.SharedApplicationTestCase):
+    def setUp(self):
+        self.instrument.do("reading OL")
+        open_page(self.app, "multimeter")
+        self.app.click_item("Clear")
+        wait_for(lambda: not self.rows(), "the table is empty")
+
+    def rows(self):
+        """The table's rows from top to bottom."""
+        rows = [item for item in self.app.items() if item.role == ROW_ROLE]
+        return sorted(rows, key=lambda item: item.extents[1])
+
+    def voltages(self):
+        return [re.search(r"Voltage (\S+),", row.name)[1] for row in self.rows()]
+
+    def show_reading(self, text):
+        """Lets the instrument hold a reading until it is on the screen."""
+        self.instrument.do(f"reading {text}")
+        self.app.wait_item(re.compile(r"Gear " + re.escape(re.match(r"[-\d.]+|\w+", text)[0])))
+
+    def record(self, text):
+        before = len(self.rows())
+        self.show_reading(text)
+        wait_for(lambda: len(self.rows()) == before + 1, f"{text} is recorded")
+
+    def test_a_click_switches_the_instrument(self):
+        self.instrument.do("reading auto")
+        for number, function in reversed(list(enumerate(FUNCTIONS))):
+            self.app.click_item(function)
+            self.app.wait_item(re.compile(f"^{function} Gear"))
+            wait_for(lambda number=number: self.instrument.status()["function"] == str(number),
+                     f"the instrument measures {function}")
+            self.assertEqual(self.instrument.screen_requests()[-1], (1, 4, number, 255, 255))
+
+    def test_the_page_follows_the_instrument(self):
+        self.instrument.do("reading auto")
+        before = len(self.instrument.screen_requests())
+        for number in (1, 2, 3, 4, 0):
+            self.instrument.do(f"function {number}")
+            self.app.wait_item(re.compile(f"^{FUNCTIONS[number]} Gear"))
+        self.assertEqual(current_page(self.app), "multimeter")
+        # One click afterwards is the only request.
+        self.app.click_item("Diode")
+        wait_for(lambda: self.instrument.status()["function"] == "3", "the click is sent")
+        self.assertEqual(self.instrument.screen_requests()[before:], [(1, 4, 3, 255, 255)])
+        self.app.click_item("Voltage")
+        wait_for(lambda: self.instrument.status()["function"] == "0", "the instrument measures voltage")
+
+    def test_buzzer_stays_chosen_though_it_reports_diode(self):
+        self.app.click_item("Buzzer")
+        wait_for(lambda: self.instrument.status()["function"] == "4", "the instrument is a buzzer")
+        self.show_reading("0.021V")
+        self.assertIsNotNone(self.app.find(re.compile("^Buzzer Gear 0.021 V")))
+        self.app.click_item("Voltage")
+        self.app.wait_item(re.compile("^Voltage Gear"))
+
+    def test_steady_readings_are_recorded_once_newest_first(self):
+        self.app.click_item("Voltage")
+        self.record("1.234V")
+        self.show_reading("OL")
+        self.record("2.500V")
+        # Back to the first within the time in which it is not recorded again.
+        self.show_reading("1.234V")
+        self.record("3.750V")
+        self.assertEqual(self.voltages(), ["3.750V", "2.500V", "1.234V"])
+        self.assertIn("Resistance --", self.rows()[0].name)
+
+    def test_ohm_signs_and_columns(self):
+        self.app.click_item("Resistance")
+        self.record("4.702kOhm")
+        self.assertIn("Resistance 4.702kΩ", self.rows()[0].name)
+        self.assertIn("Voltage --", self.rows()[0].name)
+        self.app.click_item("Voltage")
+
+    def test_rows_are_deleted_by_mouse(self):
+        self.app.click_item("Voltage")
+        for reading in ("1.100V", "2.200V", "3.300V"):
+            self.record(reading)
+        self.desktop.click(*self.rows()[1].center, button=3)
+        self.app.click_item("Delete Item")
+        wait_for(lambda: len(self.rows()) == 2, "one row is gone")
+        self.assertEqual(self.voltages(), ["3.300V", "1.100V"])
+        self.desktop.click(*self.rows()[0].center, button=3)
+        self.app.wait_item("Delete Item")
+        self.app.click_item(re.compile("^Voltage Gear"))
+        self.app.wait_gone("Delete Item")
+        self.assertEqual(len(self.rows()), 2)
+
+    def test_records_are_hidden_and_the_choice_is_kept(self):
+        self.app.click_item("Hide Records")
+        self.app.wait_item("Show Records")
+        wait_for(lambda: self.app.home.settings()["multimeterGauge"]["historyTableVisible"] == "false",
+                 "the choice is stored")
+        open_page(self.app, "gauge")
+        open_page(self.app, "multimeter")
+        self.app.click_item("Show Records")
+        self.app.wait_item("Hide Records")
+
+    def test_an_unplug_empties_reading_and_table(self):
+        self.app.click_item("Voltage")
+        self.record("1.500V")
+        self.instrument.do("unplug")
+        self.app.wait_item("Not Connected")
+        self.app.wait_item(re.compile("Gear --"))
+        self.assertEqual(self.rows(), [])
+        self.instrument.do("replug")
+        self.record("1.700V")
+
+
+if __name__ == "__main__":
+    case.main()

@@ -1,0 +1,121 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Starting and ending: one instance, a clean exit, and starts where something is missing or broken."""
+
+import os
+import re
+import stat
+import subprocess
+
+from support import case
+from support.pages import open_page
+from support.waiting import wait_for
+
+SECOND_INSTANCE_TEXT = "An application is already running."
+
+
+class SessionTest(case.SystemTestCase):
+    def test_a_second_instance_says_so_and_ends(self):
+        app = self.start()
+        second = subprocess.Popen([case.build_folder() / "quorvel"], env=app.environment(),
+                                  stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                  stderr=subprocess.DEVNULL)
+        self.addCleanup(second.kill)
+
+        def items():
+            root = self.desktop.accessibility.program(second.pid)
+            return case.snapshot(root) if root is not None else []
+
+        wait_for(lambda: any(item.name == SECOND_INSTANCE_TEXT for item in items()), "the message shows")
+        button = wait_for(lambda: next((item for item in items() if item.role == "push button"), None),
+                          "its button shows")
+        self.desktop.click(*button.center)
+        self.assertEqual(second.wait(20), 0)
+        open_page(app, "charge")
+        self.assertIsNone(app.process.poll(), "the first instance goes on")
+
+    def test_close_ends_everything(self):
+        app = self.start()
+        app.instrument.wait_open()
+        app.click_item("Close")
+        self.assertEqual(app.wait_exit(), 0)
+        self.assertNotIn("left processes behind", app.console())
+        self.assertIn("After app delete", app.console())
+
+    def test_close_while_packets_pour_in(self):
+        app = self.start()
+        app.instrument.wait_open()
+        app.instrument.do("burst 1000000 1000")
+        open_page(app, "wave")
+        app.click_item("Close")
+        self.assertEqual(app.wait_exit(), 0)
+
+    def test_close_while_a_page_loads(self):
+        app = self.start()
+        app.instrument.wait_open()
+        app.instrument.do("screen 3")
+        self.desktop.key("alt+F4")
+        self.assertEqual(app.wait_exit(), 0)
+
+    def test_close_without_an_instrument(self):
+        app = self.start(scenario="unplugged")
+        wait_for(lambda: app.find("Not Connected"), "the badge tells that no instrument is there")
+        app.click_item("Close")
+        self.assertEqual(app.wait_exit(), 0)
+
+
+class AdverseStartTest(case.SystemTestCase):
+    """The window comes up whatever is missing, and shows readings."""
+
+    @classmethod
+    def setUpClass(cls):
+        # File permissions do not bind an administrator.
+        why = case.drop_privileges()
+        if why:
+            raise case.unittest.SkipTest(why)
+        super().setUpClass()
+
+    def check_readings(self, app):
+        wait_for(lambda: app.find(re.compile(r"(Voltage|电压) [45]\.\d{3} V")),
+                 lambda: f"readings show; shown: {app.texts()}\n{app.console()}")
+
+    def test_no_documents_folder(self):
+        home = self.make_home(self)
+        home.documents.rmdir()
+        app = self.start(home)
+        self.check_readings(app)
+
+    def test_read_only_documents_folder(self):
+        home = self.make_home(self)
+        home.documents.chmod(stat.S_IRUSR | stat.S_IXUSR)
+        self.addCleanup(home.documents.chmod, stat.S_IRWXU)
+        app = self.start(home)
+        self.check_readings(app)
+        app.click_item(re.compile("Close|关闭"))
+        self.assertEqual(app.wait_exit(), 0)
+
+    def test_malformed_settings_file(self):
+        home = self.make_home(self)
+        home.data.mkdir(parents=True)
+        home.settings_file.write_bytes(
+            b"\x00\xff[[[system\nlanguage==\xfe=one\n[windowGeometry]\nvalid=true\n"
+            b"width=99999999999999\nheight=-7\nx=@Invalid()\n" + os.urandom(4096))
+        app = self.start(home)
+        self.check_readings(app)
+
+    def test_no_opengl(self):
+        app = self.start(env={"QT_XCB_GL_INTEGRATION": "none"})
+        self.check_readings(app)
+        for page in ("wave", "multimeter", "charge", "user", "system", "gauge"):
+            open_page(app, page)
+
+    def test_node_without_permission(self):
+        app = self.start(scenario="bench", commands=["permission denied", "replug"])
+        wait_for(lambda: re.search("permission|udev", app.console(), re.IGNORECASE),
+                 lambda: f"the console tells the way out\n{app.console()}")
+        wait_for(lambda: app.find("Not Connected"), "the badge tells that no instrument is there")
+        app.instrument.do("permission granted")
+        self.check_readings(app)
+
+
+if __name__ == "__main__":
+    case.main()

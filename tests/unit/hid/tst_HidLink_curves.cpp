@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/GenApplication.h"
+#include "app/GenToolbox.h"
+#include "hid/HidLink.h"
+#include "settings/DataFolders.h"
+#include "tests/support/FileSizeLimit.h"
+#include "tests/support/TestCase.h"
+
+#include <QtTest>
+
+class HidLinkCurvesTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        QDir(DataFolders::curves()).removeRecursively();
+        QFile::remove(DataFolders::curves());
+        m_link = std::make_unique<HidLink>(genApp(), genApp()->toolbox());
+        m_link->setClock([this] { return m_now.toMSecsSinceEpoch(); });
+    }
+
+    void archiveIsWrittenAndLoadedBack()
+    {
+        QSignalSpy archived(m_link.get(), &HidLink::curveArchived);
+        QSignalSpy loaded(m_link.get(), &HidLink::curveArchiveLoaded);
+        const QString path =
+            m_link->archiveCurrentCurve({1.5, 2}, {0.25, QStringLiteral("no number"), 0.75}, 0.5);
+        QCOMPARE(path, DataFolders::curves() + QStringLiteral("/curve_20260301_140509.json"));
+        QCOMPARE(archived.value(0), QVariantList{path});
+        QVERIFY(QFile::exists(DataFolders::curves() + QStringLiteral("/curve_20260301_140509.csv")));
+
+        const QVariantMap expected{{QStringLiteral("filePath"), path},
+                                   {QStringLiteral("createdAt"), QStringLiteral("2026-03-01T14:05:09")},
+                                   {QStringLiteral("deviceId"), QString()},
+                                   {QStringLiteral("deviceVersion"), QString()},
+                                   {QStringLiteral("sampleIntervalSec"), 0.5},
+                                   {QStringLiteral("voltageSamples"), QVariantList{1.5, 2.0}},
+                                   {QStringLiteral("currentSamples"), QVariantList{0.25, 0.0, 0.75}}};
+        QCOMPARE(m_link->loadCurveArchive(path), expected);
+        QCOMPARE(loaded.value(0), QVariantList{path});
+    }
+
+    void emptyCurveSucceeds()
+    {
+        const QString path = m_link->archiveCurrentCurve({}, {}, 0.08);
+        QVERIFY(!path.isEmpty());
+        QCOMPARE(m_link->loadCurveArchive(path).value(QStringLiteral("voltageSamples")),
+                 QVariant(QVariantList()));
+    }
+
+    void failuresAreReported_data()
+    {
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("no folder") << QStringLiteral("Failed to create archive directory: ") << "folder";
+        QTest::newRow("full disk") << QStringLiteral("Failed to write curve archive: ") << "disk";
+        QTest::newRow("missing file") << QStringLiteral("Failed to open curve archive: ") << "missing";
+        QTest::newRow("no archive") << QStringLiteral("Invalid curve archive: ") << "invalid";
+        QTest::newRow("nothing to show") << QStringLiteral("File does not exist: ") << "reveal";
+    }
+
+    void failuresAreReported()
+    {
+        QFETCH(QString, message);
+        QFETCH(QString, fault);
+        QSignalSpy errors(m_link.get(), &HidLink::errorOccurred);
+        const QString folder = DataFolders::curves();
+        QString path = folder + QStringLiteral("/curve_20260301_140509.json");
+        if (fault == QLatin1String("folder")) {
+            path = folder;
+            QVERIFY(QDir().rmdir(folder));
+            QFile inPlaceOfTheFolder(folder);
+            QVERIFY(inPlaceOfTheFolder.open(QIODevice::WriteOnly));
+            QCOMPARE(m_link->archiveCurrentCurve({1}, {1}, 0.08), QString());
+        } else if (fault == QLatin1String("disk")) {
+            const test::FileSizeLimit diskFull(16);
+            QCOMPARE(m_link->archiveCurrentCurve({1}, {1}, 0.08), QString());
+            QVERIFY(!QFile::exists(path));
+        } else if (fault == QLatin1String("missing")) {
+            QCOMPARE(m_link->loadCurveArchive(path), QVariantMap());
+        } else if (fault == QLatin1String("invalid")) {
+            m_link->archiveCurrentCurve({1}, {1}, 0.08);
+            path.replace(QLatin1String(".json"), QLatin1String(".csv"));
+            QCOMPARE(m_link->loadCurveArchive(path), QVariantMap());
+        } else {
+            QVERIFY(!m_link->revealPath(path));
+        }
+        QCOMPARE(errors.count(), 1);
+        QCOMPARE(errors.value(0), QVariantList{message + path});
+    }
+
+    void revealingNothingIsSilent()
+    {
+        QSignalSpy errors(m_link.get(), &HidLink::errorOccurred);
+        QVERIFY(!m_link->revealPath(QString()));
+        QCOMPARE(errors.count(), 0);
+    }
+
+private:
+    const QDateTime m_now{QDate(2026, 3, 1), QTime(14, 5, 9)};
+    std::unique_ptr<HidLink> m_link;
+};
+
+QUORVEL_TEST_MAIN(HidLinkCurvesTest, GenApplication)
+#include "tst_HidLink_curves.moc"

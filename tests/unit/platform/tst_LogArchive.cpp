@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/LogArchive.h"
+#include "tests/support/FileSizeLimit.h"
+#include "tests/support/TestCase.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <optional>
+
+using platform::ArchiveOutcome;
+
+class LogArchiveTest : public TestCase
+{
+    Q_OBJECT
+
+private:
+    static void write(const QString& path, const QByteArray& content)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), qint64(content.size()));
+    }
+
+    static QByteArray noise(int bytes)
+    {
+        QByteArray data(bytes, Qt::Uninitialized);
+        QRandomGenerator(1).generate(reinterpret_cast<quint32*>(data.begin()),
+                                     reinterpret_cast<quint32*>(data.end()));
+        return data;
+    }
+
+    static ArchiveOutcome pack(const QString& folder, const QString& archive, bool cancelled = false)
+    {
+        const std::atomic_bool flag{cancelled};
+        return platform::archiveFolder(folder, archive, {}, flag);
+    }
+
+private Q_SLOTS:
+    void everyFileComesBack()
+    {
+        const QTemporaryDir home;
+        const QDir folder(home.path());
+        // An apostrophe, blanks and Chinese in every place where a name can be.
+        const QString logs = folder.filePath(QStringLiteral("O'Neil 日志"));
+        QVERIFY(folder.mkpath(logs + QStringLiteral("/older")));
+        write(logs + QStringLiteral("/system_manager_20261123.log"), "[2026-11-23 10:00:00.000] one\n");
+        write(logs + QStringLiteral("/older/记录 1.txt"), noise(3 * 1024 * 1024));
+        write(logs + QStringLiteral("/empty.log"), QByteArray());
+        const QString archive = folder.filePath(QStringLiteral("it's.zip"));
+
+        const ArchiveOutcome outcome = pack(logs, archive);
+        QVERIFY2(outcome.ran && outcome.exitCode == 0, qPrintable(outcome.standardError));
+        const QString out = folder.filePath(QStringLiteral("out"));
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("python3"), {QStringLiteral("-m"), QStringLiteral("zipfile"),
+                                                          QStringLiteral("-e"), archive, out}),
+            0);
+        QCOMPARE(QProcess::execute(QStringLiteral("diff"), {QStringLiteral("-r"), logs, out}), 0);
+        QVERIFY(!QFile::exists(archive + QStringLiteral(".part")));
+    }
+
+    void failuresLeaveNothing_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("full disk") << "full";
+        QTest::newRow("no such target folder") << "target";
+        QTest::newRow("cancelled") << "cancelled";
+        QTest::newRow("empty folder") << "empty";
+        QTest::newRow("a file that cannot be read") << "unreadable";
+    }
+
+    void failuresLeaveNothing()
+    {
+        QFETCH(QString, fault);
+        const QTemporaryDir home;
+        const QDir folder(home.path());
+        const QString logs = folder.filePath(QStringLiteral("Logs"));
+        QVERIFY(folder.mkpath(logs));
+        if (fault != QLatin1String("empty"))
+            write(logs + QStringLiteral("/a.log"), noise(1024 * 1024));
+        if (fault == QLatin1String("unreadable"))
+            QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), logs + QStringLiteral("/b.log")));
+        const QString target = folder.filePath(QStringLiteral("target"));
+        if (fault != QLatin1String("target"))
+            QVERIFY(folder.mkpath(target));
+
+        std::optional<test::FileSizeLimit> limit;
+        if (fault == QLatin1String("full"))
+            limit.emplace(200 * 1024);
+        const ArchiveOutcome outcome =
+            pack(logs, target + QStringLiteral("/logs.zip"), fault == QLatin1String("cancelled"));
+        limit.reset();
+        QVERIFY(outcome.exitCode != 0);
+        QVERIFY(!outcome.standardError.isEmpty());
+        QCOMPARE(QDir(target).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList());
+    }
+};
+
+QUORVEL_TEST_MAIN(LogArchiveTest, QCoreApplication)
+#include "tst_LogArchive.moc"

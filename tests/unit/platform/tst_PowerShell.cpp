@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PowerShell.h"
+#include "tests/support/ScriptFolder.h"
+#include "tests/support/TestCase.h"
+
+#include <QtTest>
+
+using namespace platform;
+
+namespace {
+
+/// Runs programs as the system manager does.
+bool runForReal(const QString& program, const QStringList& arguments, QString* output, QString* errors,
+                int* exitCode, int timeoutMs)
+{
+    ProcessRequest request;
+    request.program = program;
+    request.arguments = arguments;
+    request.finishTimeoutMs = timeoutMs;
+    const ProcessOutcome outcome = runProcess(request);
+    *output = QString::fromLocal8Bit(outcome.standardOutput);
+    *errors = QString::fromLocal8Bit(outcome.standardError);
+    *exitCode = outcome.exitCode;
+    return outcome.end == ProcessOutcome::End::Exited;
+}
+
+QStringList shellArguments(const QString& command)
+{
+    return {QStringLiteral("-NoProfile"), QStringLiteral("-ExecutionPolicy"), QStringLiteral("Bypass"),
+            QStringLiteral("-Command"), command};
+}
+
+} // namespace
+
+class PowerShellTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void driverCommands()
+    {
+        const QString script = QStringLiteral("C:\\O'Neil\\100%1\\install.ps1");
+        const QString begin = QStringLiteral("$ErrorActionPreference = 'Stop'; $script = "
+                                             "'C:\\O''Neil\\100%1\\install.ps1'; $args = "
+                                             "@('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,");
+        const QString end =
+            QStringLiteral("); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args "
+                           "-Verb RunAs -Wait -PassThru;   exit $p.ExitCode } catch {   "
+                           "Write-Error $_; exit 1223 }");
+        QCOMPARE(powershell::installDriverCommand(script),
+                 begin + QStringLiteral("'-TrustBundledCertificate','-ScanDevices','-ForceBind'") + end);
+        QCOMPARE(powershell::uninstallDriverCommand(script), begin + QStringLiteral("'-ScanDevices'") + end);
+    }
+
+    void scriptPathWithBlanks()
+    {
+        const QString command =
+            powershell::uninstallDriverCommand(QStringLiteral("C:\\Program Files\\Quorvel\\u.ps1"));
+        QVERIFY(command.contains(QStringLiteral("$script = '\"C:\\Program Files\\Quorvel\\u.ps1\"'; ")));
+    }
+
+    void deviceQuery_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<bool>("found");
+        QTest::addColumn<QString>("detail");
+        const QString detail = QStringLiteral("ok=%1 exitCode=%2 key=VID_1F3A&PID_EFE8 stdout=%3 stderr=%4");
+        QTest::newRow("listed in lower case")
+            << QByteArray("printf '%s\\n' 'usb\\vid_1f3a&pid_efe8\\6&2'; exit 3") << true
+            << detail.arg(1).arg(3).arg("usb\\vid_1f3a&pid_efe8\\6&2", QString());
+        QTest::newRow("another device")
+            << QByteArray("printf 'USB\\\\VID_1F3A&PID_EFE9\\n  more\\n'") << false
+            << detail.arg(1).arg(0).arg("USB\\VID_1F3A&PID_EFE9 more", QString());
+        QTest::newRow("nothing") << QByteArray("echo broken >&2; exit 1") << false
+                                 << detail.arg(1).arg(1).arg(QString(), "broken");
+        QTest::newRow("crash after the answer")
+            << QByteArray("echo 'VID_1F3A&PID_EFE8'; kill -KILL $$") << false
+            << detail.arg(0).arg(9).arg("VID_1F3A&PID_EFE8", QString());
+        QTest::newRow("long answer") << QByteArray("printf 'x%.0s' $(seq 600)") << false
+                                     << detail.arg(1).arg(0).arg(QString(500, QLatin1Char('x')), QString());
+    }
+
+    void deviceQuery()
+    {
+        QFETCH(QByteArray, body);
+        const test::ScriptFolder scripts;
+        scripts.addRecorder(QStringLiteral("powershell"), body);
+        const UsbQuery query =
+            powershell::findUsbDevice(QStringLiteral("1f3a"), QStringLiteral("efe8"), runForReal);
+        QTEST(query.found, "found");
+        QTEST(query.detail, "detail");
+        QCOMPARE(scripts.calls(QStringLiteral("powershell")),
+                 QList<QStringList>{shellArguments(
+                     QStringLiteral("$ids = Get-CimInstance Win32_PnPEntity | Select-Object -ExpandProperty "
+                                    "PNPDeviceID; $ids | Where-Object { $_ -like '*VID_1F3A&PID_EFE8*' }"))});
+    }
+
+    void archiveCommand()
+    {
+        const test::ScriptFolder scripts;
+        scripts.addRecorder(QStringLiteral("powershell"), "echo done; echo 'and a warning' >&2; exit 4");
+        const ArchiveOutcome outcome = powershell::archiveFolder(
+            QStringLiteral("/home/o'neil/Logs"), QStringLiteral("/home/o'neil/''x.zip"), runForReal, false);
+        QVERIFY(outcome.ran);
+        QCOMPARE(outcome.exitCode, 4);
+        QCOMPARE(outcome.standardOutput, QStringLiteral("done\n"));
+        QCOMPARE(outcome.standardError, QStringLiteral("and a warning\n"));
+        QCOMPARE(scripts.calls(QStringLiteral("powershell")),
+                 QList<QStringList>{shellArguments(
+                     QStringLiteral("Compress-Archive -Path '/home/o''neil/Logs\\*' -DestinationPath "
+                                    "'/home/o''neil/''''x.zip' -Force"))});
+    }
+};
+
+QUORVEL_TEST_MAIN(PowerShellTest, QCoreApplication)
+#include "tst_PowerShell.moc"

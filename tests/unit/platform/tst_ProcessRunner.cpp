@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ProcessRunner.h"
+#include "tests/support/ScriptFolder.h"
+#include "tests/support/TestCase.h"
+
+#include <QtTest>
+
+#include <atomic>
+#include <thread>
+
+using platform::ProcessOutcome;
+using platform::ProcessRequest;
+
+class ProcessRunnerTest : public TestCase
+{
+    Q_OBJECT
+
+private:
+    test::ScriptFolder m_scripts;
+
+    ProcessOutcome run(const QByteArray& body, int finishTimeoutMs = 10000) const
+    {
+        ProcessRequest request;
+        request.program = m_scripts.add(QStringLiteral("program"), body);
+        request.finishTimeoutMs = finishTimeoutMs;
+        return platform::runProcess(request);
+    }
+
+private Q_SLOTS:
+    void endsByItself_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QByteArray>("errors");
+        QTest::newRow("success") << QByteArray("echo out; echo err >&2") << 0 << QByteArray("out\n")
+                                 << QByteArray("err\n");
+        QTest::newRow("failure") << QByteArray("echo no >&2; exit 5") << 5 << QByteArray()
+                                 << QByteArray("no\n");
+        QTest::newRow("more than a pipe holds")
+            << QByteArray("head -c 300000 /dev/zero") << 0 << QByteArray(300000, '\0') << QByteArray();
+        QTest::newRow("asks for input")
+            << QByteArray("read line || echo none") << 0 << QByteArray("none\n") << QByteArray();
+    }
+
+    void endsByItself()
+    {
+        QFETCH(QByteArray, body);
+        const ProcessOutcome outcome = run(body);
+        QCOMPARE(outcome.end, ProcessOutcome::End::Exited);
+        QTEST(outcome.exitCode, "exitCode");
+        QTEST(outcome.standardOutput, "output");
+        QTEST(outcome.standardError, "errors");
+    }
+
+    void missingProgram()
+    {
+        ProcessRequest request;
+        request.program = m_scripts.path(QStringLiteral("missing"));
+        const ProcessOutcome outcome = platform::runProcess(request);
+        QCOMPARE(outcome.end, ProcessOutcome::End::NotStarted);
+        QCOMPARE(outcome.exitCode, -1);
+    }
+
+    void crash() { QCOMPARE(run("kill -SEGV $$").end, ProcessOutcome::End::Crashed); }
+
+    void hangingProgramIsKilled()
+    {
+        const QString idFile = m_scripts.path(QStringLiteral("id"));
+        // Deaf to a polite request.
+        const ProcessOutcome outcome =
+            run("trap '' TERM; echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60", 300);
+        QCOMPARE(outcome.end, ProcessOutcome::End::TimedOut);
+        QCOMPARE(outcome.exitCode, -1);
+        const qint64 id = test::processIdIn(idFile);
+        QVERIFY(id > 0);
+        QVERIFY(!test::processRuns(id));
+    }
+
+    void cancelledFromAnotherThread()
+    {
+        std::atomic_bool cancelled{false};
+        const QString idFile = m_scripts.path(QStringLiteral("cancelled.id"));
+        ProcessRequest request;
+        request.program = m_scripts.add(QStringLiteral("program"),
+                                        "echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60");
+        request.finishTimeoutMs = 60000;
+        request.cancelled = &cancelled;
+        std::thread canceller([&cancelled, &idFile] {
+            while (test::processIdIn(idFile) == 0)
+                std::this_thread::yield();
+            cancelled = true;
+        });
+        const ProcessOutcome outcome = platform::runProcess(request);
+        canceller.join();
+        QCOMPARE(outcome.end, ProcessOutcome::End::Cancelled);
+        QVERIFY(!test::processRuns(test::processIdIn(idFile)));
+        // Nothing is started any more.
+        request.program = m_scripts.path(QStringLiteral("missing"));
+        QCOMPARE(platform::runProcess(request).end, ProcessOutcome::End::Cancelled);
+    }
+};
+
+QUORVEL_TEST_MAIN(ProcessRunnerTest, QCoreApplication)
+#include "tst_ProcessRunner.moc"

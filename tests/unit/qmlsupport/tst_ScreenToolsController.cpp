@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/WindowSizing.h"
+#include "qmlsupport/ScreenToolsController.h"
+#include "tests/support/TestCase.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QWindow>
+#include <QtTest>
+
+Q_DECLARE_METATYPE(Qt::Edges)
+
+class ScreenToolsControllerTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// Flags are written as a text of the edges that are set.
+    void edgesNameOneBorder_data()
+    {
+        QTest::addColumn<QString>("flags");
+        QTest::addColumn<int>("command");
+        QTest::newRow("none") << "" << 0;
+        QTest::newRow("left") << "l" << 0xF001;
+        QTest::newRow("right") << "r" << 0xF002;
+        QTest::newRow("top") << "t" << 0xF003;
+        QTest::newRow("top left") << "lt" << 0xF004;
+        QTest::newRow("top right") << "rt" << 0xF005;
+        QTest::newRow("bottom") << "b" << 0xF006;
+        QTest::newRow("bottom left") << "lb" << 0xF007;
+        QTest::newRow("bottom right") << "rb" << 0xF008;
+        QTest::newRow("left before right") << "lr" << 0xF001;
+        QTest::newRow("top before bottom") << "tb" << 0xF003;
+        QTest::newRow("a corner before its opposite") << "rlt" << 0xF004;
+        QTest::newRow("right top before left bottom") << "rtb" << 0xF005;
+        QTest::newRow("everything") << "lrtb" << 0xF004;
+    }
+
+    void edgesNameOneBorder()
+    {
+        QFETCH(QString, flags);
+        const Qt::Edges edges = ScreenToolsController::resizeEdges(
+            flags.contains(QLatin1Char('l')), flags.contains(QLatin1Char('t')),
+            flags.contains(QLatin1Char('r')), flags.contains(QLatin1Char('b')));
+        QTEST(platform::sizingCommand(edges), "command");
+    }
+
+    void refusesToResizeWhatCannotBe()
+    {
+        ScreenToolsController controller;
+        QObject noWindow;
+        QWindow window;
+        window.setVisibility(QWindow::Maximized);
+        QVERIFY(!controller.startSystemResizeForWindow(nullptr, true, false, false, false));
+        QVERIFY(!controller.startSystemResizeForWindow(&noWindow, true, false, false, false));
+        QVERIFY(!controller.startSystemResizeForWindow(&window, true, false, false, false));
+        window.setVisibility(QWindow::Windowed);
+        QVERIFY(!controller.startSystemResizeForWindow(&window, false, false, false, false));
+    }
+
+    void movesWindowsAndNothingElse()
+    {
+        ScreenToolsController controller;
+        QObject noWindow;
+        controller.setWindowGeometry(1, 2, 30, 40);
+        controller.setWindowGeometryForWindow(&noWindow, 1, 2, 30, 40);
+        controller.setWindowGeometryForWindow(nullptr, 1, 2, 30, 40);
+        QWindow window;
+        controller.setWindowGeometryForWindow(&window, 10, 20, 300, 200);
+        QCOMPARE(window.geometry(), QRect(10, 20, 300, 200));
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        controller.setWindowGeometry(5, 6, 310, 210);
+        QCOMPARE(window.geometry(), QRect(5, 6, 310, 210));
+    }
+
+    void reportsTheGlobalCursor()
+    {
+        const ScreenToolsController controller;
+        QCursor::setPos(123, 45);
+        QCOMPARE(QPoint(controller.mouseX(), controller.mouseY()), QCursor::pos());
+        QVERIFY(controller.defaultFontDescent(10) > 0);
+    }
+};
+
+QUORVEL_TEST_MAIN(ScreenToolsControllerTest, QGuiApplication)
+#include "tst_ScreenToolsController.moc"

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "system/FlashProgress.h"
+#include "tests/support/TestCase.h"
+
+#include <QtTest>
+
+class FlashProgressTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void percentages_data()
+    {
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<int>("percent");
+        // As the tool prints them, with the carriage returns gone.
+        QTest::newRow("bar") << " 12% [=====               ] 102.4 kB/s, ETA 00:31 " << 12;
+        QTest::newRow("two updates in one piece") << " 12% [=  ] 40.0 kB/s, ETA 00:31  40% [== ]" << 12;
+        QTest::newRow("end") << "100% [====]   992 kB,  101.3 kB/s\n" << 100;
+        QTest::newRow("none") << "AWUSBFEX soc=00001663(F1C100s) 00000001" << -1;
+        QTest::newRow("a sign without a number") << "% done" << -1;
+        QTest::newRow("a fraction") << "99.5%" << 5;
+        QTest::newRow("beyond everything") << "99999999999999999999%" << 100;
+        QTest::newRow("beyond the end") << "250%" << 100;
+        QTest::newRow("digits of another script") << QStringLiteral("٤٢%") << -1;
+    }
+
+    void percentages()
+    {
+        QFETCH(QString, output);
+        QTEST(flash::percentIn(output).value_or(-1), "percent");
+    }
+
+    void bands_data()
+    {
+        QTest::addColumn<int>("stage");
+        QTest::addColumn<int>("percent");
+        QTest::addColumn<int>("overall");
+        QTest::newRow("idle") << 0 << 50 << 0;
+        QTest::newRow("boot begins") << 1 << 0 << 30;
+        QTest::newRow("boot, truncated") << 1 << 99 << 49;
+        QTest::newRow("boot ends") << 1 << 100 << 50;
+        QTest::newRow("logo") << 2 << 12 << 52;
+        QTest::newRow("exec") << 3 << 50 << 85;
+        QTest::newRow("exec ends") << 3 << 100 << 100;
+        QTest::newRow("no stage") << 4 << 100 << 0;
+    }
+
+    void bands()
+    {
+        QFETCH(int, stage);
+        QFETCH(int, percent);
+        QTEST(flash::overallProgress(stage, percent), "overall");
+    }
+
+    void downloads()
+    {
+        QCOMPARE(flash::downloadProgress(1, 3, 50, 100), 15);
+        QCOMPARE(flash::downloadProgress(2, 3, 100, 100), 30);
+        QCOMPARE(flash::downloadPercent(999, 1000), 99);
+        // A server that sends more than it announced.
+        QCOMPARE(flash::downloadProgress(2, 3, 500, 100), 30);
+        QCOMPARE(flash::downloadPercent(std::numeric_limits<qint64>::max(), 1), 100);
+    }
+
+    void refusalsThatLookLikeSuccess()
+    {
+        QVERIFY(
+            flash::reportsNoFlash(QStringLiteral("SPI support not implemented yet for 1663 (F1C100s)!\n")));
+        QVERIFY(flash::reportsNoFlash(QStringLiteral("No SPI flash detected.\n")));
+        QVERIFY(!flash::reportsNoFlash(QStringLiteral("100% [====]   992 kB,  101.3 kB/s\n")));
+    }
+};
+
+QUORVEL_TEST_MAIN(FlashProgressTest, QCoreApplication)
+#include "tst_FlashProgress.moc"

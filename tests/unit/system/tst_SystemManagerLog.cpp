@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PowerShell.h"
+#include "settings/DataFolders.h"
+#include "settings/GenSettings.h"
+#include "tests/support/FileSizeLimit.h"
+#include "tests/support/TestCase.h"
+#include "tests/unit/system/ManagerFixture.h"
+
+#include <QApplication>
+#include <QDate>
+#include <QDir>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+#include <QtTest>
+
+#include <optional>
+
+class SystemManagerLogTest : public TestCase
+{
+    Q_OBJECT
+
+private:
+    std::optional<ManagerFixture> m_fixture;
+
+    static QString archivePath()
+    {
+        return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) +
+               QStringLiteral("/Quorvel_logs.zip");
+    }
+
+    static QStringList desktop()
+    {
+        return QDir(QFileInfo(archivePath()).path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    static void leaveOldArchive()
+    {
+        QFile old(archivePath());
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_fixture.emplace();
+        m_fixture->server.close();
+    }
+
+    void cleanup()
+    {
+        m_fixture.reset();
+        TestCase::cleanup();
+    }
+
+    void linesAndSwitch()
+    {
+        const SystemManager& manager = m_fixture->start();
+        const QString path = m_fixture->manager->systemLogFilePath();
+        QCOMPARE(path, DataFolders::logs() + QStringLiteral("/system_manager_") +
+                           QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) +
+                           QStringLiteral(".log"));
+        QCOMPARE(m_fixture->log(),
+                 QStringList{"SystemManager constructed. appDir=" + QCoreApplication::applicationDirPath()});
+        Q_EMIT m_fixture->manager->logMessage(QStringLiteral("\r 12% 电\r"));
+        QVERIFY(m_fixture->logHas(QStringLiteral("logMessage:  12% 电")));
+        QCOMPARE(m_fixture->progress, QList<int>{0});
+        QVERIFY(!manager.usbConnected());
+
+        // The switch acts at once; a missing folder comes back with the next line.
+        m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
+        QVERIFY(QDir(DataFolders::logs()).removeRecursively());
+        Q_EMIT m_fixture->manager->logMessage(QStringLiteral("unseen"));
+        QVERIFY(!QFile::exists(path));
+        m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", true, "sysSettings");
+        Q_EMIT m_fixture->manager->logMessage(QStringLiteral("seen"));
+        QCOMPARE(m_fixture->log(), QStringList{"logMessage: seen"});
+    }
+
+    void closingIsLogged()
+    {
+        m_fixture->start();
+        const QString path = m_fixture->manager->systemLogFilePath();
+        m_fixture->manager.reset();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        QVERIFY(text.contains("] SystemManager destructing.\n"));
+        QVERIFY(text.endsWith("] Native event filter removed.\n"));
+    }
+
+    void exportReplacesTheArchive()
+    {
+        leaveOldArchive();
+        SystemManager& manager = m_fixture->start();
+        QCOMPARE(manager.exportLogsArchive(), archivePath());
+        QVERIFY(QFileInfo(archivePath()).size() > 100);
+        QCOMPARE(desktop(), QStringList{"Quorvel_logs.zip"});
+        QVERIFY(m_fixture->logHas(
+            QStringLiteral("exportLogsArchive finished. ok=1 exitCode=0 archive=%1 stdout= stderr=")
+                .arg(archivePath())));
+    }
+
+    void failedExportLeavesNoArchive_data()
+    {
+        QTest::addColumn<QString>("fault");
+        for (const char* fault : {"full disk", "no logs", "exit 1", "half a file", "no archive", "too slow"})
+            QTest::newRow(fault) << QString::fromLatin1(fault);
+    }
+
+    void failedExportLeavesNoArchive()
+    {
+        QFETCH(QString, fault);
+        leaveOldArchive();
+        const QByteArray archive = QFile::encodeName(archivePath());
+        std::optional<test::FileSizeLimit> limit;
+        if (fault == QLatin1String("exit 1"))
+            m_fixture->scripts.add("powershell", "echo zip > '" + archive + "'; exit 1");
+        else if (fault == QLatin1String("half a file"))
+            m_fixture->scripts.add("powershell", "echo zip > '" + archive + "'; kill -9 $$");
+        else if (fault == QLatin1String("no archive"))
+            m_fixture->scripts.add("powershell", "exit 0");
+        else if (fault == QLatin1String("too slow"))
+            m_fixture->scripts.add("powershell", "echo zip > '" + archive + "'; exec sleep 60");
+        if (QFile::exists(m_fixture->scripts.path("powershell")))
+            m_fixture->services.archiveFolder = platform::powershell::archiveFolder;
+        SystemManager& manager = m_fixture->start();
+        if (fault == QLatin1String("full disk")) {
+            QByteArray noise(1024 * 1024, Qt::Uninitialized);
+            QRandomGenerator(1).generate(reinterpret_cast<quint32*>(noise.begin()),
+                                         reinterpret_cast<quint32*>(noise.end()));
+            QFile file(DataFolders::logs() + QStringLiteral("/device_log_20261123.txt"));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(noise) == noise.size());
+            file.close();
+            limit.emplace(200 * 1024);
+        } else if (fault == QLatin1String("no logs")) {
+            m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
+            QDir(DataFolders::logs()).removeRecursively();
+        }
+        QCOMPARE(manager.exportLogsArchive(), QString());
+        limit.reset();
+        QCOMPARE(desktop(), QStringList());
+    }
+
+    /// The window goes on living during the export, and nothing is started twice.
+    void exportLetsTheEventLoopRun()
+    {
+        m_fixture->services.archiveFolder = platform::powershell::archiveFolder;
+        const QByteArray archive = QFile::encodeName(archivePath());
+        const QByteArray go = QFile::encodeName(m_fixture->scripts.path("go"));
+        m_fixture->scripts.add("powershell", "while [ ! -e " + go + " ]; do sleep 0.01; done; echo zip > '" +
+                                                 archive + "'");
+        SystemManager& manager = m_fixture->start();
+        QString second = QStringLiteral("not called");
+        QTimer::singleShot(20, &manager, [this, &manager, &second] {
+            second = manager.exportLogsArchive();
+            m_fixture->scripts.add("go", ":");
+        });
+        QCOMPARE(manager.exportLogsArchive(), archivePath());
+        QCOMPARE(second, QString());
+    }
+
+    void closingDuringTheExport()
+    {
+        m_fixture->services.archiveFolder = platform::powershell::archiveFolder;
+        const QString id = m_fixture->scripts.path(QStringLiteral("id"));
+        m_fixture->scripts.add("powershell", "echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
+        SystemManager& manager = m_fixture->start();
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [this, &watch, &id] {
+            if (test::processIdIn(id) == 0)
+                return;
+            watch.stop();
+            m_fixture->manager.reset();
+        });
+        watch.start(5);
+        QCOMPARE(manager.exportLogsArchive(), QString());
+        QVERIFY(m_fixture->manager == nullptr);
+        QVERIFY(!test::processRuns(test::processIdIn(id)));
+    }
+};
+
+QUORVEL_TEST_MAIN(SystemManagerLogTest, QApplication)
+#include "tst_SystemManagerLog.moc"

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/TestCase.h"
+#include "upgrade/FileDigest.h"
+#include "upgrade/UpdateAnswer.h"
+
+#include <QCryptographicHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+/// JSON written with single quotes.
+QByteArray json(const char* text)
+{
+    return QByteArray(text).replace('\'', '"');
+}
+
+} // namespace
+
+class UpdateAnswerTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyMemberIsRead()
+    {
+        const UpdateAnswer answer = UpdateAnswer::fromJson(
+            json("{'code':0,'data':{'need_update':true,'url':'http://h/p','latest_version':'1.2',"
+                 "'sha256':'AB12','desc':'第一行 second','extra':[1]}}"));
+        QVERIFY(answer.isValid);
+        QVERIFY(answer.needUpdate);
+        QCOMPARE(answer.url, QStringLiteral("http://h/p"));
+        QCOMPARE(answer.latestVersion, QStringLiteral("1.2"));
+        QCOMPARE(answer.sha256, QStringLiteral("AB12"));
+        QCOMPARE(answer.description, QString::fromUtf8("第一行 second"));
+    }
+
+    void strangeBodies_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<bool>("needUpdate");
+        QTest::newRow("empty") << QByteArray() << false << false;
+        QTest::newRow("web page") << QByteArray("<html>502</html>") << false << false;
+        QTest::newRow("array") << json("[{'data':{'need_update':true}}]") << false << false;
+        QTest::newRow("text") << QByteArray("\"data\"") << false << false;
+        QTest::newRow("truncated") << json("{'data':{'need_update':true") << false << false;
+        QTest::newRow("trailing garbage") << json("{'data':{'need_update':true}} x") << false << false;
+        QTest::newRow("no UTF-8") << QByteArray("{\"data\":{\"desc\":\"\xff\xfe\"}}") << false << false;
+        QTest::newRow("binary") << QByteArray(64, '\0') << false << false;
+        QTest::newRow("nesting bomb") << QByteArray(100000, '[') << false << false;
+        QTest::newRow("empty object") << QByteArray("{}") << true << false;
+        QTest::newRow("data is no object") << json("{'data':[true]}") << true << false;
+        QTest::newRow("null") << json("{'data':{'need_update':null}}") << true << false;
+        QTest::newRow("number") << json("{'data':{'need_update':1}}") << true << false;
+        QTest::newRow("word") << json("{'data':{'need_update':'true'}}") << true << false;
+        QTest::newRow("outside data") << json("{'need_update':true,'data':{}}") << true << false;
+        QTest::newRow("nothing else") << json("{'data':{'need_update':true}}") << true << true;
+        QTest::newRow("wrong types")
+            << QByteArray(
+                   json("{'data':{'need_update':true,'url':7,'latest_version':1.2,'sha256':{},'desc':[]}}"))
+            << true << true;
+    }
+
+    /// Nothing but strings becomes text, and nothing at all without an offer.
+    void strangeBodies()
+    {
+        QFETCH(QByteArray, body);
+        const UpdateAnswer answer = UpdateAnswer::fromJson(body);
+        QTEST(answer.isValid, "valid");
+        QTEST(answer.needUpdate, "needUpdate");
+        QVERIFY((answer.url + answer.latestVersion + answer.sha256 + answer.description).isEmpty());
+    }
+
+    void textsCountOnlyWithAnOffer()
+    {
+        const UpdateAnswer answer =
+            UpdateAnswer::fromJson(json("{'data':{'need_update':false,'url':'http://h/"
+                                        "p','latest_version':'9','sha256':'aa','desc':'d'}}"));
+        QVERIFY(answer.isValid);
+        QVERIFY(answer.url.isEmpty() && answer.latestVersion.isEmpty() && answer.sha256.isEmpty());
+    }
+
+    void questionNamesVersionAndPlatform()
+    {
+        const QByteArray body = versionCheckBody(QStringLiteral("1.1.4"));
+        QVERIFY2(body.contains('\n'), "the text is indented");
+        const QJsonObject question = QJsonDocument::fromJson(body).object();
+        QCOMPARE(question, (QJsonObject{{QStringLiteral("version"), QStringLiteral("1.1.4")},
+                                        {QStringLiteral("platform"), QStringLiteral("windows")}}));
+    }
+
+    void fileDigest_data()
+    {
+        QTest::addColumn<int>("size");
+        for (const int size : {0, 1, 8191, 8192, 8193, 100000})
+            QTest::addRow("%d bytes", size) << size;
+    }
+
+    /// The block borders leave no trace.
+    void fileDigest()
+    {
+        QFETCH(int, size);
+        QByteArray bytes(size, '\0');
+        for (int i = 0; i < size; ++i)
+            bytes[i] = char(i * 7);
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("package")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(bytes), qint64(size));
+        file.close();
+        QCOMPARE(sha256OfFile(file.fileName()),
+                 QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex()));
+    }
+
+    void unreadableFilesHaveNoDigest()
+    {
+        const QTemporaryDir folder;
+        QCOMPARE(sha256OfFile(folder.filePath(QStringLiteral("absent"))), QString());
+        QCOMPARE(sha256OfFile(folder.path()), QString());
+        QCOMPARE(sha256OfFile(QString()), QString());
+    }
+};
+
+QUORVEL_TEST_MAIN(UpdateAnswerTest, QCoreApplication)
+#include "tst_UpdateAnswer.moc"

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/TestCase.h"
+#include "upgrade/UpdateVersion.h"
+
+#include <QtTest>
+
+class UpdateVersionTest : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void comparison_data()
+    {
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<QString>("latest");
+        QTest::addColumn<bool>("newer");
+        const auto row = [](const char* current, const char* latest, bool newer) {
+            QTest::addRow("%s to %s", current, latest)
+                << QString::fromLatin1(current) << QString::fromLatin1(latest) << newer;
+        };
+        row("1.1.4", "1.1.4", false);
+        row("1.1.4", "1.1.5", true);
+        row("1.1.4", "1.1.3", false);
+        row("1.1.4", "1.1.10", true);
+        row("1.1.9", "1.2", true);
+        row("1.1.4", "2", true);
+        row("1.1.4", "1", false);
+        row("1.1.4", "1.1.4.0", false);
+        row("1.1.4", "1.1.4.1", true);
+        row("1.1.4.0", "1.1.4", false);
+        row("2.0", "1.99.99", false);
+        // What is no number counts as 0, empty parts as well.
+        row("1.1.4", "", false);
+        row("1.1.4", "v1.1.5", false);
+        row("1.1.4", "1..5", false);
+        row("0.0.1", "latest", false);
+        row("", "0.0.1", true);
+        row("1.1.4", "1.1.5-beta", false);
+        // Dates and hostile lengths.
+        row("1.1.4", "1.1.20261123", true);
+        row("1.1.4", "1.1.4294967300", true);
+        row("1.1.4", "1.1.-5", false);
+        row("1.1.4", "1.1.99999999999999999999999999", false);
+    }
+
+    void comparison()
+    {
+        QFETCH(QString, current);
+        QFETCH(QString, latest);
+        QTEST(isNewerVersion(current, latest), "newer");
+    }
+};
+
+QUORVEL_TEST_MAIN(UpdateVersionTest, QCoreApplication)
+#include "tst_UpdateVersion.moc"

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FaultTable.h"
+#include "FirmwareLibrary.h"
+#include "UpdateService.h"
+
+#include <QString>
+
+#include <memory>
+#include <thread>
+
+namespace httplib {
+class Server;
+struct Request;
+struct Response;
+} // namespace httplib
+
+/**
+ * Both ports of the server: catalogue, firmware, version check and installer on one, the manual on the other.
+ * Answers on threads of its own, from start() until its destruction.
+ */
+class LocalServer
+{
+public:
+    struct Options
+    {
+        QString host = QStringLiteral("127.0.0.1");
+        int apiPort = 8078;
+        int docsPort = 8000;
+        int installerBytes = 24 << 20;
+        /// Print one line per request.
+        bool logRequests = false;
+    };
+
+    explicit LocalServer(const Options& options);
+    ~LocalServer();
+
+    /// Binds both ports; 0 takes a free one. False when one of them is taken, and errorText() says which.
+    bool start();
+    QString errorText() const { return m_errorText; }
+    int apiPort() const { return m_options.apiPort; }
+    int docsPort() const { return m_options.docsPort; }
+
+    FaultTable& faults() { return m_faults; }
+    UpdateService& updates() { return m_updates; }
+
+    /// Runs one command, from a terminal or the control address, and returns what to tell: "fault PATH
+    /// KIND[:VALUE]", "clear [PATH]", "update MODE", "list". Text that begins with "error" was not
+    /// understood.
+    QString command(const QString& line);
+
+private:
+    /// What the server would answer if nothing went wrong.
+    struct Content
+    {
+        int status = 200;
+        QByteArray body;
+        const char* type = "application/octet-stream";
+    };
+
+    bool bind(httplib::Server& server, int& port, const char* what);
+    void serve(const httplib::Request& request, httplib::Response& response, bool docs);
+    Content apiContent(const httplib::Request& request, const QString& path);
+    static Content docsContent(const QString& path);
+    Fault faultFor(const QString& path) const;
+    void respond(httplib::Response& response, const Content& content, const Fault& fault,
+                 const QString& path);
+    /// Waits a while for \a path to be no longer answered with \a kind.
+    void waitWhileFaulty(const QString& path, Fault::Kind kind) const;
+
+    Options m_options;
+    QString m_errorText;
+    FaultTable m_faults;
+    const FirmwareLibrary m_firmware;
+    UpdateService m_updates;
+    std::unique_ptr<httplib::Server> m_api;
+    std::unique_ptr<httplib::Server> m_docs;
+    std::thread m_apiThread;
+    std::thread m_docsThread;
+};

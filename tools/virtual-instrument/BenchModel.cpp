@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools/virtual-instrument/BenchModel.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+QString phaseText(ChargerModel::Phase phase)
+{
+    switch (phase) {
+    case ChargerModel::Phase::Attached:
+        return QStringLiteral("Type-C: charger attached, 5 V");
+    case ChargerModel::Phase::Handshake:
+        return QStringLiteral("Type-C: asking for 9 V");
+    case ChargerModel::Phase::FastCharge:
+        return QStringLiteral("Type-C: 9 V granted");
+    case ChargerModel::Phase::Trickle:
+        return QStringLiteral("Type-C: back to 5 V");
+    case ChargerModel::Phase::Detached:
+        return QStringLiteral("Type-C: charger removed");
+    }
+    return {};
+}
+
+} // namespace
+
+void BenchModel::advance(double seconds)
+{
+    m_supply.advance(seconds);
+    const ChargerModel::Phase before = m_charger.phase();
+    m_charger.advance(seconds);
+    if (m_charger.phase() != before)
+        m_logLines.append(phaseText(m_charger.phase()));
+    m_multimeter.advance(seconds);
+}
+
+PacketCodec::Measurement BenchModel::measurement() const
+{
+    PacketCodec::Measurement values;
+    values.mainInputVoltage = static_cast<float>(m_supply.voltage());
+    values.mainOutputCurrent = static_cast<float>(m_supply.current());
+    values.mainPower = static_cast<float>(m_supply.voltage() * m_supply.current());
+    values.mainMah = static_cast<float>(m_supply.chargeMah());
+    values.mainTimeSec = static_cast<float>(m_supply.timeSec());
+    values.typeCInputVoltage = static_cast<float>(m_charger.voltage());
+    values.typeCInputCurrent = static_cast<float>(m_charger.current());
+    values.typeCInputPower = static_cast<float>(m_charger.voltage() * m_charger.current());
+    values.typeCDPlusVoltage = static_cast<float>(m_charger.dPlus());
+    values.typeCDMinusVoltage = static_cast<float>(m_charger.dMinus());
+    values.typeCCC1Voltage = static_cast<float>(m_charger.cc1());
+    values.typeCCC2Voltage = static_cast<float>(m_charger.cc2());
+    values.typeCMah = static_cast<float>(m_charger.chargeMah());
+    values.typeCTimeSec = static_cast<float>(m_charger.timeSec());
+    for (const auto& [field, value] : m_held)
+        values.*field = value;
+    return values;
+}
+
+void BenchModel::hold(MeasurementField field, float value)
+{
+    release(field);
+    m_held.emplace_back(field, value);
+}
+
+void BenchModel::release(MeasurementField field)
+{
+    const auto matches = [field](const auto& held) { return field == nullptr || held.first == field; };
+    m_held.erase(std::remove_if(m_held.begin(), m_held.end(), matches), m_held.end());
+}
+
+bool BenchModel::followHost(const PacketCodec::UiControl& request)
+{
+    if (request.direction != PacketCodec::HostRequest || request.layer0 < PacketCodec::MainSupplyScreen ||
+        request.layer0 > PacketCodec::MultimeterScreen)
+        return false;
+    m_screen = static_cast<PacketCodec::Screen>(request.layer0);
+    m_logLines.append(QStringLiteral("Screen %1 for the host").arg(request.layer0));
+    if (m_screen == PacketCodec::MultimeterScreen && request.layer1 <= PacketCodec::BuzzerFunction)
+        m_multimeter.setFunction(static_cast<PacketCodec::MultimeterFunction>(request.layer1));
+    return true;
+}
+
+QStringList BenchModel::takeLogLines()
+{
+    return std::exchange(m_logLines, {});
+}

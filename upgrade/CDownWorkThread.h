@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+#include <atomic>
+
+class QFile;
+class QNetworkAccessManager;
+class QNetworkReply;
+class QTimer;
+
+/**
+ * Streams an update package from the server into a file. Lives in the download thread of CUpgradeControl.
+ *
+ * Each transfer ends with one sigDownloadStatus() that is not UPC_Download, followed by one sigFinished().
+ * A transfer without any byte for the stall time ends like any other broken one.
+ */
+class CDownWorkThread : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A transfer that brings nothing for so long is given up.
+    static constexpr int cStallTimeoutMs = 30000;
+    /// No package is that large; a server that sends more is broken or hostile.
+    static constexpr qint64 cMaximumPackageBytes = qint64(2) << 30;
+
+    explicit CDownWorkThread(QObject* parent = nullptr);
+    /// Removes the file of a transfer that has not ended.
+    ~CDownWorkThread() override;
+
+    /// The name under which the package is stored in the download folder.
+    static QString installerFileName();
+    /// received / total with six significant digits, for example "0.25"; the negated count of received
+    /// bytes when the server names no length (\a total is -1) and "0" when nothing is expected.
+    static QString progressText(qint64 received, qint64 total);
+
+    /// The next three only while no transfer runs.
+    void setPackageUrl(const QString& url) { m_packageUrl = url; }
+    void setDownloadDir(const QString& folder) { m_downloadDir = folder; }
+    void setStallTimeout(int timeoutMs) { m_stallTimeoutMs = timeoutMs; }
+
+    /// Asks the running transfer to end; may be called from any thread.
+    void requestStop();
+    /// Forgets an earlier requestStop(), from any thread.
+    void clearStop() { m_stopRequested = false; }
+    bool isStopRequested() const { return m_stopRequested; }
+    /// Whether a transfer runs; what it wrote is visible to a thread that has read false.
+    bool isTransferring() const { return m_transferring; }
+    QString packageUrl() const { return m_packageUrl; }
+
+Q_SIGNALS:
+    /// \a name is the path of the downloaded file, empty when nothing usable was downloaded.
+    void sigFinished(const QString& name);
+    /// \a status is a CUpgradeControl::UPC_Status.
+    void sigDownloadStatus(int status);
+    void emitdownloadProgress(const QString& progress);
+    /// requestStop() was called: takes the news into the thread of the transfer.
+    void stopNoticed();
+
+public Q_SLOTS:
+    /// Starts the download of the package.
+    void processMount();
+    /// Requests the package of the last processMount() once more; its progress comes without a status.
+    void updatefile();
+
+private:
+    /// How a transfer ended, as far as this side knows it.
+    enum class End { Transferred, WriteFailed, TooLarge };
+
+    bool openPackageFile();
+    void startTransfer(bool reportStatus);
+    void appendAvailable();
+    void onProgress(qint64 received, qint64 total, bool reportStatus);
+    void giveUp(End end);
+    void onTransferFinished();
+    void endTransfer();
+    void endIfStopped();
+
+    QNetworkAccessManager* m_network = nullptr;
+    QFile* m_file = nullptr;
+    qint64 m_bytesTotal = 0;
+    QUrl m_requestUrl;
+    QString m_packageUrl;
+    QString m_downloadDir;
+    /// Written by the GUI thread, read here.
+    std::atomic_bool m_stopRequested{false};
+    /// Written here, read by the GUI thread.
+    std::atomic_bool m_transferring{false};
+
+    /// The running transfer; null between two.
+    QNetworkReply* m_reply = nullptr;
+    QTimer* m_stallTimer = nullptr;
+    int m_stallTimeoutMs = cStallTimeoutMs;
+    qint64 m_received = 0;
+    End m_end = End::Transferred;
+};

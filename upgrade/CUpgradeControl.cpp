@@ -1,0 +1,296 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "upgrade/CUpgradeControl.h"
+
+#include "app/ApplicationInfo.h"
+#include "app/GenApplication.h"
+#include "app/GenToolbox.h"
+#include "platform/InstallerLauncher.h"
+#include "settings/GenSettings.h"
+#include "settings/ServerAddress.h"
+#include "upgrade/CDownWorkThread.h"
+#include "upgrade/FileDigest.h"
+#include "upgrade/UpdateAnswer.h"
+#include "upgrade/UpdateVersion.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QFile>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QStandardPaths>
+#include <QThread>
+#include <QTimer>
+#include <QUrl>
+
+namespace {
+
+constexpr int autoCheckDelayMs = 1800;
+/// A check that is not answered by then counts as a network error.
+constexpr int cCheckTimeoutMs = 30000;
+/// An answer is a few hundred bytes; a server that sends more is broken or hostile.
+constexpr qint64 cMaximumAnswerBytes = qint64(1) << 20;
+/// How long to wait for the download thread to end, and how much longer after insisting.
+constexpr int cThreadQuitTimeoutMs = 1500;
+constexpr int cThreadInsistTimeoutMs = 500;
+
+QString checkPath()
+{
+    return QStringLiteral("/api/check_version");
+}
+QString upgradeGroup()
+{
+    return QStringLiteral("upgrade");
+}
+QString ignoredVersionKey()
+{
+    return QStringLiteral("ignoredVersion");
+}
+
+/// The settings store, or null when the application has none (yet, or any more).
+GenSettings* settingsStore()
+{
+    const GenApplication* app = genApp();
+    return app != nullptr && app->toolbox() != nullptr ? app->toolbox()->genSettings() : nullptr;
+}
+
+} // namespace
+
+CUpgradeControl::CUpgradeControl(QObject* parent) : QObject(parent)
+{
+    QTimer::singleShot(autoCheckDelayMs, this, [this] { requestCheckUpdate(apiUrl(checkPath()), false); });
+}
+
+CUpgradeControl::~CUpgradeControl()
+{
+    if (m_workerThread == nullptr)
+        return;
+    m_worker->requestStop();
+    if (m_workerThread->isRunning()) {
+        m_worker->deleteLater();
+        m_workerThread->quit();
+        if (!m_workerThread->wait(cThreadQuitTimeoutMs)) {
+            m_workerThread->requestInterruption();
+            m_workerThread->quit();
+            if (!m_workerThread->wait(cThreadInsistTimeoutMs)) {
+                m_workerThread->terminate();
+                m_workerThread->wait(cThreadInsistTimeoutMs);
+            }
+        }
+    } else {
+        // Nobody would run a queued deletion in a thread that has ended.
+        delete m_worker;
+    }
+    m_worker = nullptr;
+    delete m_workerThread;
+}
+
+void CUpgradeControl::checkUpdateNow()
+{
+    requestCheckUpdate(apiUrl(checkPath()), true);
+}
+
+void CUpgradeControl::checkUpdate(const QString& apiUrl)
+{
+    requestCheckUpdate(apiUrl, false);
+}
+
+QString CUpgradeControl::serverBaseUrl() const
+{
+    QString host = server::defaultServerAddress();
+    if (const GenSettings* settings = settingsStore())
+        host = settings->sValue(server::hostKey(), host, server::settingsGroup());
+    return server::normalizeServerHost(host);
+}
+
+QString CUpgradeControl::apiUrl(const QString& path) const
+{
+    int port = server::cDefaultApiPort;
+    if (const GenSettings* settings = settingsStore())
+        port = server::portOr(settings->iValue(server::apiPortKey(), port, server::settingsGroup()), port);
+    return server::url(serverBaseUrl(), port, path);
+}
+
+void CUpgradeControl::requestCheckUpdate(const QString& url, bool manual)
+{
+    if (m_network == nullptr)
+        m_network = new QNetworkAccessManager(this);
+    QNetworkRequest request{QUrl(url)};
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    QNetworkReply* reply = m_network->post(request, versionCheckBody(applicationVersion()));
+    qDebug() << "CUpgradeControl::requestCheckUpdate"
+             << "check update start";
+    connect(reply, &QNetworkReply::finished, this, [this, reply, manual] {
+        handleCheckReply(reply, manual);
+        reply->deleteLater();
+    });
+    // With the limit on the buffer nothing beyond it is taken off the wire, however fast the server is.
+    reply->setReadBufferSize(cMaximumAnswerBytes);
+    connect(reply, &QNetworkReply::readyRead, reply, [reply] {
+        if (reply->bytesAvailable() >= cMaximumAnswerBytes)
+            reply->abort();
+    });
+    QTimer::singleShot(cCheckTimeoutMs, reply, [reply] { reply->abort(); });
+}
+
+void CUpgradeControl::handleCheckReply(QNetworkReply* reply, bool manual)
+{
+    const QString current = applicationVersion();
+    if (reply->error() != QNetworkReply::NoError) {
+        qDebug() << "network error:" << reply->errorString();
+        Q_EMIT updateStatus(UPC_NetworkError);
+        if (manual)
+            Q_EMIT manualCheckFinished(false, current, {}, {}, {}, reply->errorString());
+        return;
+    }
+    const QByteArray body = reply->readAll();
+    qDebug() << "update reply:" << body;
+    const UpdateAnswer answer = UpdateAnswer::fromJson(body);
+    if (!answer.isValid) {
+        if (manual)
+            Q_EMIT manualCheckFinished(false, current, {}, {}, {},
+                                       QStringLiteral("Invalid update response."));
+        return;
+    }
+    if (!answer.needUpdate) {
+        qDebug() << "already latest version";
+        if (manual)
+            Q_EMIT manualCheckFinished(false, current, current, {}, {},
+                                       QStringLiteral("Already latest version."));
+        return;
+    }
+    m_downloadUrl = answer.url;
+    m_latestVersion = answer.latestVersion;
+    m_packageSha256 = answer.sha256;
+    qDebug() << "curVersion" << current;
+    qDebug() << "new version:" << m_latestVersion;
+    qDebug() << "sha256:" << m_packageSha256;
+
+    const GenSettings* settings = settingsStore();
+    if (!manual && settings != nullptr &&
+        settings->sValue(ignoredVersionKey(), {}, upgradeGroup()) == m_latestVersion) {
+        qDebug() << "update ignored version:" << m_latestVersion;
+        return;
+    }
+    if (isNewerVersion(current, m_latestVersion)) {
+        if (manual)
+            Q_EMIT manualCheckFinished(true, current, m_latestVersion, answer.description, m_downloadUrl, {});
+        else
+            Q_EMIT needUpdate2(m_latestVersion, answer.description);
+        return;
+    }
+    qDebug() << "already latest";
+    if (manual)
+        Q_EMIT manualCheckFinished(false, current, m_latestVersion, answer.description, m_downloadUrl,
+                                   QStringLiteral("Already latest version."));
+}
+
+void CUpgradeControl::ignoreVersion(const QString& version)
+{
+    const QString trimmed = version.trimmed();
+    GenSettings* settings = settingsStore();
+    if (trimmed.isEmpty() || settings == nullptr)
+        return;
+    settings->setValue(ignoredVersionKey(), trimmed, upgradeGroup());
+}
+
+void CUpgradeControl::createWorker()
+{
+    m_workerThread = new QThread;
+    m_workerThread->setObjectName(QStringLiteral("update download"));
+    m_worker = new CDownWorkThread;
+    m_worker->setDownloadDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
+    connect(m_workerThread, &QThread::started, m_worker, &CDownWorkThread::processMount);
+    connect(m_worker, &CDownWorkThread::sigFinished, this, &CUpgradeControl::slotDownloadFinish);
+    connect(m_worker, &CDownWorkThread::emitdownloadProgress, this, &CUpgradeControl::emitdownloadProgress);
+    connect(m_worker, &CDownWorkThread::sigDownloadStatus, this, &CUpgradeControl::updateStatus);
+    m_worker->moveToThread(m_workerThread);
+}
+
+void CUpgradeControl::startUpdate(const QString& url)
+{
+    Q_UNUSED(url)
+    if (m_workerThread == nullptr)
+        createWorker();
+    if (!m_downloading) {
+        beginDownload();
+        return;
+    }
+    const bool outdated = m_worker->packageUrl() != m_downloadUrl;
+    m_startAgain = outdated || m_worker->isStopRequested();
+    if (outdated)
+        m_worker->requestStop();
+    if (!m_startAgain)
+        Q_EMIT updateStatus(UPC_Start);
+}
+
+void CUpgradeControl::beginDownload()
+{
+    m_startAgain = false;
+    m_verified = false;
+    m_installerPath.clear();
+    // The loop of the last download was told to end; the worker is not touched before it has.
+    if (!m_workerThread->wait(cThreadQuitTimeoutMs) || m_worker->isTransferring()) {
+        Q_EMIT updateStatus(UPC_NetworkError);
+        return;
+    }
+    m_worker->clearStop();
+    m_worker->setPackageUrl(m_downloadUrl);
+    m_downloading = true;
+    Q_EMIT updateStatus(UPC_Start);
+    m_workerThread->start();
+}
+
+void CUpgradeControl::stopUpdate()
+{
+    m_startAgain = false;
+    if (m_worker != nullptr)
+        m_worker->requestStop();
+}
+
+void CUpgradeControl::slotDownloadFinish(const QString& name)
+{
+    qDebug() << "CUpgradeControl::slotDownloadFinish"
+             << "download finished";
+    m_installerPath = name;
+    m_verified = false;
+    if (m_workerThread != nullptr)
+        m_workerThread->exit(0);
+    m_downloading = false;
+    if (m_startAgain) {
+        beginDownload();
+        return;
+    }
+    if (name.isEmpty())
+        return;
+    m_verified = verifyPackage(name);
+    if (m_verified) {
+        qDebug() << "sha256 verify success";
+        Q_EMIT updateStatus(UPC_Finished);
+        return;
+    }
+    qDebug() << "sha256 verify failed";
+    QFile::remove(name);
+    Q_EMIT updateStatus(UPC_NetworkError);
+}
+
+bool CUpgradeControl::verifyPackage(const QString& path) const
+{
+    const QString digest = sha256OfFile(path);
+    qDebug() << "server sha256:" << m_packageSha256;
+    qDebug() << "local  sha256:" << digest;
+    // A file that cannot be read equals nothing, not even the checksum that a server did not name.
+    return !digest.isEmpty() && m_packageSha256.compare(digest, Qt::CaseInsensitive) == 0;
+}
+
+void CUpgradeControl::startInstall()
+{
+    qDebug() << "CUpgradeControl::startInstall" << m_installerPath;
+    // The file lay in the temporary folder since its check: whatever replaced it there must not run.
+    if (!m_verified || !verifyPackage(m_installerPath) || !platform::openInstaller(m_installerPath)) {
+        m_verified = false;
+        Q_EMIT updateStatus(UPC_NetworkError);
+        return;
+    }
+    QCoreApplication::quit();
+}

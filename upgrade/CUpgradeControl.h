@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class CDownWorkThread;
+class GenSettings;
+class QNetworkAccessManager;
+class QNetworkReply;
+class QThread;
+
+/**
+ * Finds, downloads, verifies and starts a new version of the application; the QML singleton
+ * "CUpgradeControl". Lives on the GUI thread; the transfer runs in a thread that it owns.
+ *
+ * It asks the server once by itself, 1800 ms after its construction, and whenever the user wants. Only a
+ * package whose SHA-256 equals the one that the server announced is ever started.
+ */
+class CUpgradeControl : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The stages that updateStatus() reports.
+    enum UPC_Status {
+        UPC_Unknow = 0,       ///< Never reported.
+        UPC_Start = 1,        ///< A download begins.
+        UPC_Download = 2,     ///< Comes with every progress report.
+        UPC_Finished = 3,     ///< The transfer has ended, and once more when the package passed its check.
+        UPC_Canceled = 4,     ///< A stopped download has ended.
+        UPC_Access = 5,       ///< The installer file cannot be written.
+        UPC_NetworkError = 6, ///< A version check failed, or the package failed its check.
+        UPC_Install = 7       ///< Never reported.
+    };
+    Q_ENUM(UPC_Status)
+
+    explicit CUpgradeControl(QObject* parent = nullptr);
+    /// Ends a running transfer and its thread; blocks for at most 2.5 s, in practice for milliseconds.
+    ~CUpgradeControl() override;
+
+    /// Downloads the package that the last positive check announced; \a url is not used. Ends with exactly
+    /// one of UPC_Finished (verified), UPC_NetworkError, UPC_Canceled and UPC_Access. A call while a
+    /// transfer is being stopped, or while one of an outdated package runs, takes effect when that one has
+    /// ended.
+    Q_INVOKABLE void startUpdate(const QString& url);
+    /// Asks the running download to end, which it reports with UPC_Canceled. Nothing without one.
+    Q_INVOKABLE void stopUpdate();
+    /// Starts the verified installer and leaves the event loop. The package is checked again first; without
+    /// a verified one, or when it cannot be started, reports UPC_NetworkError and stays.
+    Q_INVOKABLE void startInstall();
+    /// Checks against the full address \a apiUrl and reports like the automatic check: needUpdate2() when
+    /// there is a newer version that the user does not ignore, else nothing.
+    Q_INVOKABLE void checkUpdate(const QString& apiUrl);
+    /// Checks against the configured server; always ends with manualCheckFinished().
+    Q_INVOKABLE void checkUpdateNow();
+    /// Never announce \a version by itself again. A blank text is not stored.
+    Q_INVOKABLE void ignoreVersion(const QString& version);
+
+Q_SIGNALS:
+    /// \a status is a UPC_Status.
+    void updateStatus(int status);
+    /// The downloaded fraction as text, for example "0.25"; the negated byte count without a known size.
+    void emitdownloadProgress(const QString& progress);
+    void needUpdate2(const QString& version, const QString& desc);
+    void manualCheckFinished(bool needUpdate, const QString& currentVersion, const QString& latestVersion,
+                             const QString& desc, const QString& downloadUrl, const QString& message);
+
+public Q_SLOTS:
+    /// Verifies the downloaded file \a name, which is empty when nothing usable was downloaded.
+    void slotDownloadFinish(const QString& name);
+
+private:
+    void requestCheckUpdate(const QString& url, bool manual);
+    void handleCheckReply(QNetworkReply* reply, bool manual);
+    QString apiUrl(const QString& path) const;
+    QString serverBaseUrl() const;
+    void createWorker();
+    void beginDownload();
+    /// Whether the file at \a path is exactly what the server announced.
+    bool verifyPackage(const QString& path) const;
+
+    QString m_downloadUrl;
+    QString m_installerPath;
+    QThread* m_workerThread = nullptr;
+    CDownWorkThread* m_worker = nullptr;
+    QNetworkAccessManager* m_network = nullptr;
+    QString m_packageSha256;
+    QString m_latestVersion;
+
+    /// A transfer is under way: from beginDownload() until slotDownloadFinish().
+    bool m_downloading = false;
+    /// Start again as soon as the present transfer has ended.
+    bool m_startAgain = false;
+    /// m_installerPath passed its check.
+    bool m_verified = false;
+};
