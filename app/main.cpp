@@ -26,25 +26,6 @@ bool anotherInstanceRuns()
     return true;
 }
 
-/// The application's life from the core objects to the end of the event loop; the process exit code.
-int runApplication(GenApplication& app, QLocalServer& instanceServer)
-{
-    if (anotherInstanceRuns()) {
-        QMessageBox::warning(nullptr, QObject::tr("Quorvel"),
-                             QObject::tr("An application is already running."), QMessageBox::Ok);
-        return 0;
-    }
-    QLocalServer::removeServer(singleInstanceKey());
-    if (!instanceServer.listen(singleInstanceKey()))
-        return -1;
-    app.registerQmlTypes();
-    if (!app.initQmlEngine())
-        return -1;
-    const int exitCode = QCoreApplication::exec();
-    app.shutdown();
-    return exitCode;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -56,9 +37,24 @@ int main(int argc, char** argv)
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 
     auto app = std::make_unique<GenApplication>(argc, argv);
+    if (anotherInstanceRuns()) {
+        // Before the message, whose event loop would start the timers of the core objects: they would open
+        // the instrument that the running instance reads.
+        app->shutdown();
+        QMessageBox::warning(nullptr, QObject::tr("Quorvel"),
+                             QObject::tr("An application is already running."), QMessageBox::Ok);
+        return 0;
+    }
     // Without parent and outside the application: it stays open until the process leaves main.
     QLocalServer instanceServer;
-    const int exitCode = runApplication(*app, instanceServer);
+    QLocalServer::removeServer(singleInstanceKey());
+    if (!instanceServer.listen(singleInstanceKey()))
+        return -1;
+    app->registerQmlTypes();
+    if (!app->initQmlEngine())
+        return -1;
+    const int exitCode = QCoreApplication::exec();
+    app->shutdown();
     app.reset();
     qDebug() << "After app delete";
     return exitCode;

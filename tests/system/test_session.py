@@ -15,7 +15,9 @@ SECOND_INSTANCE_TEXT = "An application is already running."
 
 class SessionTest(case.SystemTestCase):
     def test_a_second_instance_says_so_and_ends(self):
-        app = self.start()
+        settings = case.default_settings()
+        settings["sysSettings"] = {"usbDebugEnabled": "true"}
+        app = self.start(settings=settings)
         second = subprocess.Popen([case.build_folder() / "quorvel"], env=app.environment(),
                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                   stderr=subprocess.DEVNULL)
@@ -30,8 +32,20 @@ class SessionTest(case.SystemTestCase):
                           "its button shows")
         self.desktop.click(*button.center)
         self.assertEqual(second.wait(20), 0)
+        # Both write to this log; its message left the second one nothing to work with.
+        log = "".join(path.read_text(encoding="utf-8")
+                      for path in app.home.data.glob("Logs/system_manager_*.log"))
+        self.assertEqual(log.count("SystemManager constructed."), 2, log)
+        self.assertEqual(log.count("Deferred initialization started."), 1, log)
         open_page(app, "charge")
         self.assertIsNone(app.process.poll(), "the first instance goes on")
+
+    def test_nothing_starts_without_the_instance_socket(self):
+        home = self.make_home(self)
+        (home.path / "tmp/org.Quorvel.SingleInstance").mkdir()
+        end = subprocess.run([case.build_folder() / "quorvel"], env={**self.desktop.env, **home.environment()},
+                             stdin=subprocess.DEVNULL, capture_output=True, timeout=20, check=False)
+        self.assertEqual(end.returncode, 255, end.stderr)
 
     def test_close_ends_everything(self):
         app = self.start()
