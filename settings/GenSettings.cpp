@@ -20,7 +20,7 @@ QString settingsFileName()
 } // namespace
 
 GenSettings::GenSettings(GenApplication* app, GenToolbox* toolbox)
-    : GenTool(app, toolbox), m_defaultGroup(QStringLiteral("system"))
+    : GenTool(app, toolbox), defaultGroup(QStringLiteral("system"))
 {
     _init();
 }
@@ -45,11 +45,11 @@ void GenSettings::_init()
     if (!QFile::exists(filePath)) {
         const QString templatePath =
             QStringLiteral("%1//pack//%2").arg(QCoreApplication::applicationDirPath(), settingsFileName());
-        if (QFile::exists(templatePath))
-            QFile::copy(templatePath, filePath);
-        else
+        if (!QFile::exists(templatePath))
             qDebug().noquote()
                 << QStringLiteral("SettingTool::_init not find ini file(%1)").arg(templatePath);
+        else if (!QFile::copy(templatePath, filePath))
+            qDebug().noquote() << "GenSettings::_init cannot copy" << templatePath;
     }
     qDebug().noquote() << "filePath:" << filePath;
     m_settings = std::make_unique<QSettings>(filePath, QSettings::IniFormat);
@@ -61,7 +61,7 @@ void GenSettings::setValue(const QString& key, const QVariant& value, const QStr
     {
         const QMutexLocker lock(&m_mutex);
         if (m_settings) {
-            const QString& section = group.isEmpty() ? m_defaultGroup : group;
+            const QString& section = group.isEmpty() ? defaultGroup : group;
             m_settings->beginGroup(section);
             m_settings->setValue(key, value);
             m_settings->endGroup();
@@ -79,11 +79,14 @@ QVariant GenSettings::value(const QString& key, const QVariant& defaultValue, co
     const QMutexLocker lock(&m_mutex);
     if (!m_settings)
         return defaultValue;
-    const QString path = (group.isEmpty() ? m_defaultGroup : group) + QLatin1Char('/') + key;
+    const QString path = (group.isEmpty() ? defaultGroup : group) + QLatin1Char('/') + key;
     auto known = m_known.find(path);
-    if (known == m_known.end())
-        known = m_known.insert(path, m_settings->value(path));
-    return known->isValid() ? *known : defaultValue;
+    if (known == m_known.end()) {
+        // An invalid value can be stored as well ("@Invalid()"): it is no missing one.
+        known = m_known.insert(path, m_settings->contains(path) ? std::make_optional(m_settings->value(path))
+                                                                : std::nullopt);
+    }
+    return known->value_or(defaultValue);
 }
 
 QString GenSettings::sValue(const QString& key, const QString& defaultValue, const QString& group) const

@@ -9,6 +9,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 
 class QSettings;
 
@@ -48,12 +49,12 @@ private:
     void _init();
     QVariant value(const QString& key, const QVariant& defaultValue, const QString& group) const;
 
-    const QString m_defaultGroup;
+    const QString defaultGroup;
     /// Guards m_settings (whose entered group is state) and m_known.
     mutable QMutex m_mutex;
     std::unique_ptr<QSettings> m_settings;
-    /// What was read or written so far, by "group/key"; an invalid value stands for "not stored". This
-    /// object is the only writer of the file, so a hit is as good as asking QSettings, and the link asks
-    /// for the debug switch with every packet.
-    mutable QHash<QString, QVariant> m_known;
+    /// What was read or written so far, by "group/key"; nothing where nothing is stored. This object is the
+    /// only writer of the file, so a hit is as good as asking QSettings, and the link asks for the debug
+    /// switch with every packet.
+    mutable QHash<QString, std::optional<QVariant>> m_known;
 };

@@ -97,6 +97,7 @@ private Q_SLOTS:
         QTest::newRow("true") << QByteArray("true") << 0 << 0.0 << true;
         QTest::newRow("no number") << QByteArray("abc") << 0 << 0.0 << true;
         QTest::newRow("empty") << QByteArray() << 0 << 0.0 << false;
+        QTest::newRow("invalid, not missing") << QByteArray("@Invalid()") << 0 << 0.0 << false;
     }
 
     void convertsWhatIsStored()
