@@ -48,8 +48,8 @@ void GenPalette::setToolbox(GenToolbox* toolbox)
 
 GenPalette::SharedState& GenPalette::shared()
 {
-    static SharedState state;
-    return state;
+    static auto* const state = new SharedState;
+    return *state;
 }
 
 void GenPalette::notifyAll()

@@ -24,6 +24,7 @@ TestCase {
             { tag: "not compact", result: ScreenMetrics.isCompactDesktop(false, 1366, 760), expected: false },
             { tag: "mobile is not compact", result: ScreenMetrics.isCompactDesktop(true, 320, 480), expected: false },
             { tag: "touch target", result: ScreenMetrics.minTouchPixels(10, 3.78, 16, 1080), expected: 38 },
+            { tag: "touch target, just fits", result: ScreenMetrics.minTouchPixels(10, 1.5, 16, 100), expected: 15 },
             { tag: "touch target, tiny screen", result: ScreenMetrics.minTouchPixels(10, 8, 16, 240), expected: 48 },
             { tag: "indicator is odd", result: ScreenMetrics.indicatorSize(16, false), expected: 17 },
             { tag: "indicator, mobile", result: ScreenMetrics.indicatorSize(16, true), expected: 25 },

@@ -24,7 +24,7 @@ function isCompactDesktop(isMobile, availableWidth, availableHeight) {
 // that the target would fill more than 15 % of its height, three text lines have to do.
 function minTouchPixels(millimeters, density, fontHeight, screenHeight) {
     var pixels = Math.round(millimeters * density)
-    return pixels / screenHeight < 0.15 ? pixels : fontHeight * 3
+    return pixels / screenHeight > 0.15 ? fontHeight * 3 : pixels
 }
 
 // Odd side of a check or radio indicator, so that its mark has a middle pixel.
