@@ -7,13 +7,7 @@ namespace platform {
 
 bool startSystemResize(QWindow& window, Qt::Edges edges)
 {
-#if QT_VERSION >= QT_VERSION_CHECK(5, 15, 0)
     return window.startSystemResize(edges);
-#else
-    Q_UNUSED(window)
-    Q_UNUSED(edges)
-    return false;
-#endif
 }
 
 } // namespace platform
