@@ -81,7 +81,8 @@ void HidLink::closeDevice()
 
 void HidLink::resetLiveState()
 {
-    m_deviceInfo = {};
+    m_deviceId.clear();
+    m_deviceVersion.clear();
     m_measurement = {};
     resetMultimeter();
     m_lastDeviceLog.clear();

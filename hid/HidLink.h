@@ -77,8 +77,8 @@ public:
     /// Whether a device is open.
     bool connected() const { return m_connected; }
     /// Who the instrument says it is; empty until it did.
-    QString deviceId() const { return m_deviceInfo.deviceId; }
-    QString deviceVersion() const { return m_deviceInfo.deviceVersion; }
+    QString deviceId() const { return m_deviceId; }
+    QString deviceVersion() const { return m_deviceVersion; }
 
     // The last measurement: volts, amperes, watts, mAh and seconds as the instrument sent them; 0 before the
     // first and while no device is open.
@@ -254,7 +254,8 @@ private:
     /// Counts the opens: what a former reader left in the event queue is told from the present one's.
     int m_linkNumber = 0;
 
-    PacketCodec::DeviceInfo m_deviceInfo;
+    QString m_deviceId;
+    QString m_deviceVersion;
     PacketCodec::Measurement m_measurement;
 
     MultimeterReading m_multimeter;

@@ -9,8 +9,8 @@ void HidLink::handleMultimeterPacket(int mode, const QString& text)
 {
     m_multimeter = MultimeterReading::fromText(mode, text);
     if (usbDebugEnabled())
-        qDebug() << "[HID][04][Multimeter]"
-                 << "mode=" << m_multimeter.mode << "value=" << m_multimeter.value;
+        qDebug().noquote() << "[HID][04][Multimeter]"
+                           << "mode=" << m_multimeter.mode << "value=" << m_multimeter.value;
     considerMultimeterReading(m_multimeter.mode, m_multimeter.value);
     Q_EMIT multimeterChanged();
 }

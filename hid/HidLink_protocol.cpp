@@ -47,7 +47,8 @@ void HidLink::handleMeasurementPacket(const QByteArray& packet)
 void HidLink::handleDeviceInfoPacket(const QByteArray& packet)
 {
     if (const auto info = PacketCodec::decodeDeviceInfo(packet)) {
-        m_deviceInfo = *info;
+        m_deviceId = info->deviceId;
+        m_deviceVersion = info->deviceVersion;
         Q_EMIT deviceInfoChanged();
     }
 }

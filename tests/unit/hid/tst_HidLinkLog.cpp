@@ -152,17 +152,20 @@ private Q_SLOTS:
         receive(link(), QByteArray::fromHex("0010080204030201"));
         QTest::ignoreMessage(QtDebugMsg, "[HID][RX] len=3 00 03 40");
         receive(link(), QByteArray::fromHex("000340"));
-        QCOMPARE(trace.count(), 3);
-        QCOMPARE(
-            linkLog().mid(before),
-            QStringList({"HID TX: " + PacketCodec::formatPacket(request),
-                         "HID RX: len=8 00 10 08 02 04 03 02 01",
-                         "UI control packet received. direction=2 layer0=4 layer1=3 layer2=2 layer3=1",
-                         "HID RX: len=3 00 03 40", "Received invalid/unknown HID packet: len=3 00 03 40"}));
+        QTest::ignoreMessage(QtDebugMsg, "[HID][04][Multimeter] mode= 2 value= 4.7kΩ");
+        const QByteArray reading = PacketCodec::encode(PacketCodec::MultimeterReading{2, "4.7kOhm"});
+        receive(link(), reading);
+        QCOMPARE(trace.count(), 4);
+        QCOMPARE(linkLog().mid(before),
+                 QStringList({"HID TX: " + PacketCodec::formatPacket(request),
+                              "HID RX: len=8 00 10 08 02 04 03 02 01",
+                              "UI control packet received. direction=2 layer0=4 layer1=3 layer2=2 layer3=1",
+                              "HID RX: len=3 00 03 40", "Received invalid/unknown HID packet: len=3 00 03 40",
+                              "HID RX: " + PacketCodec::formatPacket(reading)}));
         // Switched at once, without a new link.
         setDebug(false);
         receive(link(), QByteArray::fromHex("000340"));
-        QCOMPARE(linkLog().size(), before + 5);
+        QCOMPARE(linkLog().size(), before + 6);
     }
 
     void theTraceShowsWhatCouldNotBeSent()
