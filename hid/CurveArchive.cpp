@@ -126,10 +126,10 @@ std::optional<CurveArchive> fromDocument(const QJsonDocument& document)
     return archive;
 }
 
-bool replaceFile(const QString& path, const QByteArray& text)
+bool replaceFile(const QString& path, const QByteArray& text, QIODevice::OpenMode mode)
 {
     QSaveFile file(path);
-    return jsonfile::stage(file, text) && file.commit();
+    return jsonfile::stage(file, text, mode) && file.commit();
 }
 
 } // namespace
@@ -211,8 +211,8 @@ CurveArchive::LoadStatus CurveArchive::load(const QString& path, CurveArchive& a
 
 bool CurveArchive::save(const QString& jsonPath) const
 {
-    if (!replaceFile(jsonPath, toJson()))
+    if (!replaceFile(jsonPath, toJson(), QIODevice::WriteOnly))
         return false;
-    replaceFile(csvPath(jsonPath), toCsv());
+    replaceFile(csvPath(jsonPath), toCsv(), QIODevice::WriteOnly | QIODevice::Text);
     return true;
 }

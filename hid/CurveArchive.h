@@ -39,8 +39,9 @@ struct CurveArchive
     static LoadStatus load(const QString& path, CurveArchive& archive);
 
     /**
-     * Writes the JSON file to \a jsonPath and the CSV file beside it, each atomically. False when the JSON
-     * file could not be written; a CSV file that cannot be written is left out.
+     * Writes the JSON file to \a jsonPath and the CSV file, with the line ends of the system, beside it, each
+     * atomically. False when the JSON file could not be written; a CSV file that cannot be written is left
+     * out.
      */
     bool save(const QString& jsonPath) const;
 

@@ -35,9 +35,9 @@ Result read(const QString& path, const Limits& limits)
     return {document.isNull() ? Status::Invalid : Status::Read, document};
 }
 
-bool stage(QSaveFile& file, const QByteArray& text)
+bool stage(QSaveFile& file, const QByteArray& text, QIODevice::OpenMode mode)
 {
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+    return file.open(mode) && file.write(text) == text.size() && file.flush();
 }
 
 } // namespace jsonfile

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QJsonDocument>
 #include <QString>
 
@@ -47,11 +48,12 @@ QJsonDocument parse(const QByteArray& text, const Limits& limits);
 Result read(const QString& path, const Limits& limits);
 
 /**
- * Opens \a file and writes \a text to it up to the disk; all that is left to do is QSaveFile::commit().
+ * Opens \a file in \a mode and writes \a text to it up to the disk; all that is left to do is
+ * QSaveFile::commit().
  *
  * False when anything of that failed. Without this, commit() replaces the old file by a truncated one when
  * the disk fills up with the last bytes, which QSaveFile buffers: it does not look at their failure.
  */
-bool stage(QSaveFile& file, const QByteArray& text);
+bool stage(QSaveFile& file, const QByteArray& text, QIODevice::OpenMode mode = QIODevice::WriteOnly);
 
 } // namespace jsonfile
