@@ -8,10 +8,14 @@ namespace DataFolders {
 
 namespace {
 
-QString ensured(QLatin1String name)
+QString pathOf(QLatin1String name)
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                           QLatin1String("/Quorvel/") + name;
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QLatin1String("/Quorvel/") +
+           name;
+}
+
+QString ensured(const QString& folder)
+{
     QDir().mkpath(folder);
     return folder;
 }
@@ -20,15 +24,19 @@ QString ensured(QLatin1String name)
 
 QString logs()
 {
-    return ensured(QLatin1String("Logs"));
+    return ensured(logsPath());
+}
+QString logsPath()
+{
+    return pathOf(QLatin1String("Logs"));
 }
 QString database()
 {
-    return ensured(QLatin1String("Database"));
+    return ensured(pathOf(QLatin1String("Database")));
 }
 QString curves()
 {
-    return ensured(QLatin1String("Curves"));
+    return ensured(pathOf(QLatin1String("Curves")));
 }
 
 } // namespace DataFolders

@@ -6,13 +6,16 @@
 /**
  * Where the application keeps what belongs to its user: folders in "Quorvel" under the Documents folder.
  *
- * Each call looks the Documents folder up anew and creates the folder with its missing parents; where that
- * fails the path is returned all the same, and opening a file in it fails. Any thread may call them.
+ * Each call looks the Documents folder up anew and, but for logsPath(), creates the folder with its missing
+ * parents; where that fails the path is returned all the same, and opening a file in it fails. Any thread may
+ * call them.
  */
 namespace DataFolders {
 
 /// Daily log files.
 QString logs();
+/// The same folder, whether it exists or not.
+QString logsPath();
 /// The multimeter history.
 QString database();
 /// Curve archives.

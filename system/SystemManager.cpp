@@ -180,7 +180,7 @@ platform::ProcessRun SystemManager::processRun() const
 
 QString SystemManager::exportLogsArchive()
 {
-    const QString sourceDir = DataFolders::logs();
+    const QString sourceDir = DataFolders::logsPath();
     if (!QDir(sourceDir).exists()) {
         writeLog(QStringLiteral("exportLogsArchive aborted: sourceDir missing. path=%1").arg(sourceDir));
         return {};

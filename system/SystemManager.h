@@ -76,7 +76,8 @@ public:
     /// Today's log file of this object; creates its folder.
     Q_INVOKABLE QString systemLogFilePath();
     /// Packs the log folder into "Quorvel_logs.zip" on the desktop. The archive's path, or an empty text on
-    /// failure, which leaves no archive. The interface keeps painting meanwhile but takes no input.
+    /// failure, which leaves no archive (without a log folder, an earlier one stays). The interface keeps
+    /// painting meanwhile but takes no input.
     Q_INVOKABLE QString exportLogsArchive();
     /// The server's base URL, normalised.
     Q_INVOKABLE QString serverHost() const { return m_serverHost; }

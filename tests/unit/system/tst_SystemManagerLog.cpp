@@ -135,11 +135,24 @@ private Q_SLOTS:
             limit.emplace(200 * 1024);
         } else if (fault == QLatin1String("no logs")) {
             m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
-            QDir(DataFolders::logs()).removeRecursively();
+            QVERIFY(QDir(DataFolders::logs()).removeRecursively());
+            QVERIFY(QDir(DataFolders::logs()).isEmpty());
         }
         QCOMPARE(manager.exportLogsArchive(), QString());
         limit.reset();
         QCOMPARE(desktop(), QStringList());
+    }
+
+    void exportWithoutALogFolderTouchesNothing()
+    {
+        leaveOldArchive();
+        SystemManager& manager = m_fixture->start();
+        QVERIFY(QDir(DataFolders::logs()).removeRecursively());
+        QCOMPARE(manager.exportLogsArchive(), QString());
+        QCOMPARE(desktop(), QStringList{"Quorvel_logs.zip"});
+        // The line itself brings the folder back.
+        QCOMPARE(m_fixture->log(), QStringList{"exportLogsArchive aborted: sourceDir missing. path=" +
+                                               DataFolders::logsPath()});
     }
 
     /// The window goes on living during the export, and nothing is started twice.
