@@ -67,7 +67,7 @@ QString uninstallDriverCommand(const QString& script)
     return elevated(script, QStringLiteral("'-ScanDevices'"));
 }
 
-UsbQuery findUsbDevice(const QString& vid, const QString& pid, const ProcessRun& run)
+UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun& run)
 {
     const QString key = pnpKey(vid, pid);
     QString output;

@@ -44,7 +44,7 @@ QString installDriverCommand(const QString& script);
 QString uninstallDriverCommand(const QString& script);
 
 /// Whether Windows lists the USB device; see platform::findUsbDevice.
-UsbQuery findUsbDevice(const QString& vid, const QString& pid, const ProcessRun& run);
+UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun& run);
 
 /// Packs a folder with Compress-Archive; see platform::archiveFolder.
 ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run,

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -14,30 +15,34 @@ namespace {
 
 constexpr int cDetailLength = 180;
 
-} // namespace
-
-QStringList scriptCandidates(DriverJob job, const QString& appDir, const QString& workingDir)
+/// Looks for \a file beside the executable, then in the folder \a fallback there and in the working folder.
+QString find(const QString& file, const QString& fallback, const QString& appDir, const QString& workingDir)
 {
-    const QString script = job == DriverJob::Install
-                               ? QStringLiteral("FELdrivers/install-fel-winusb-driver.ps1")
-                               : QStringLiteral("FELdrivers/uninstall-fel-winusb-driver.ps1");
-    return {appDir + QLatin1Char('/') + script, appDir + QStringLiteral("/docs/") + script,
-            workingDir + QStringLiteral("/docs/") + script};
-}
-
-QStringList legacyInstallerCandidates(const QString& appDir, const QString& workingDir)
-{
-    const QString installer = QStringLiteral("/sunxi-fel-USB-zadig-2.3.exe");
-    const QString deploy = QStringLiteral("/deploy");
-    return {appDir + installer, appDir + deploy + installer, workingDir + deploy + installer};
-}
-
-QString firstExisting(const QStringList& candidates)
-{
+    const QStringList candidates{appDir + file, appDir + fallback + file, workingDir + fallback + file};
     const auto found = std::find_if(candidates.cbegin(), candidates.cend(),
                                     [](const QString& path) { return QFileInfo::exists(path); });
     return found == candidates.cend() ? QString()
                                       : QDir::toNativeSeparators(QFileInfo(*found).absoluteFilePath());
+}
+
+} // namespace
+
+QString findFelDriverScript(const QString& appDir, const QString& workingDir)
+{
+    return find(QStringLiteral("/FELdrivers/install-fel-winusb-driver.ps1"), QStringLiteral("/docs"), appDir,
+                workingDir);
+}
+
+QString findFelDriverUninstallScript(const QString& appDir, const QString& workingDir)
+{
+    return find(QStringLiteral("/FELdrivers/uninstall-fel-winusb-driver.ps1"), QStringLiteral("/docs"),
+                appDir, workingDir);
+}
+
+QString findLegacyFelDriverInstaller(const QString& appDir, const QString& workingDir)
+{
+    return find(QStringLiteral("/sunxi-fel-USB-zadig-2.3.exe"), QStringLiteral("/deploy"), appDir,
+                workingDir);
 }
 
 QString outcomeMessage(const DriverTexts& texts, bool ok, int exitCode, const QString& standardOutput,

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 /// What can be done with the boot-mode driver.
 enum class DriverJob {
@@ -23,13 +22,13 @@ struct DriverTexts
 
 namespace driver {
 
-/// The places of a file of the driver package, the one that counts first: beside the executable, then in
-/// the documentation folder beside it and in the working folder.
-QStringList scriptCandidates(DriverJob job, const QString& appDir, const QString& workingDir);
-QStringList legacyInstallerCandidates(const QString& appDir, const QString& workingDir);
-
-/// The first of \a candidates that exists, absolute and with native separators; empty when none does.
-QString firstExisting(const QStringList& candidates);
+// The files of the driver package: beside the executable in \a appDir, else in "docs" (scripts) or "deploy"
+// (installer) there, else in the same folder of \a workingDir. The first that exists, absolute and with
+// native separators; empty when none does.
+QString findFelDriverScript(const QString& appDir, const QString& workingDir);
+QString findFelDriverUninstallScript(const QString& appDir, const QString& workingDir);
+/// The interactive installer of former versions.
+QString findLegacyFelDriverInstaller(const QString& appDir, const QString& workingDir);
 
 /// What the user is told about a job that ended: \a ok, or the exit code with up to 180 characters of what
 /// the script printed, errors before ordinary output.

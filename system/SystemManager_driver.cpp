@@ -55,8 +55,11 @@ void SystemManager::startDriverJob(DriverJob job)
         Q_EMIT felDriverInstallFinished(false, textsOf(job).unsupported);
         return;
     }
-    const QString script = driver::firstExisting(
-        driver::scriptCandidates(job, QCoreApplication::applicationDirPath(), QDir::currentPath()));
+    const QString script =
+        job == DriverJob::Install
+            ? driver::findFelDriverScript(QCoreApplication::applicationDirPath(), QDir::currentPath())
+            : driver::findFelDriverUninstallScript(QCoreApplication::applicationDirPath(),
+                                                   QDir::currentPath());
     if (script.isEmpty()) {
         Q_EMIT felDriverInstallFinished(false, textsOf(job).filesMissing);
         return;
@@ -92,8 +95,8 @@ void SystemManager::onDriverJobFinished(DriverJob job, const DriverJobResult& re
 
 void SystemManager::launchLegacyFelDriverInstaller()
 {
-    const QString installer = driver::firstExisting(
-        driver::legacyInstallerCandidates(QCoreApplication::applicationDirPath(), QDir::currentPath()));
+    const QString installer =
+        driver::findLegacyFelDriverInstaller(QCoreApplication::applicationDirPath(), QDir::currentPath());
     if (!installer.isEmpty())
         QProcess::startDetached(installer, QStringList());
 }

@@ -5,5 +5,5 @@
 
 platform::UsbQuery platform::findUsbDevice(const QString& vid, const QString& pid, const ProcessRun& run)
 {
-    return powershell::findUsbDevice(vid, pid, run);
+    return powershell::queryPnpDevice(vid, pid, run);
 }

@@ -86,7 +86,7 @@ private Q_SLOTS:
         const test::ScriptFolder scripts;
         scripts.addRecorder(QStringLiteral("powershell"), body);
         const UsbQuery query =
-            powershell::findUsbDevice(QStringLiteral("1f3a"), QStringLiteral("efe8"), runForReal);
+            powershell::queryPnpDevice(QStringLiteral("1f3a"), QStringLiteral("efe8"), runForReal);
         QTEST(query.found, "found");
         QTEST(query.detail, "detail");
         QCOMPARE(scripts.calls(QStringLiteral("powershell")),

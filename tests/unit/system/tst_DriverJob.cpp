@@ -6,6 +6,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using Finder = QString (*)(const QString& appDir, const QString& workingDir);
+Q_DECLARE_METATYPE(Finder)
+
 class DriverJobTest : public TestCase
 {
     Q_OBJECT
@@ -55,25 +58,41 @@ private Q_SLOTS:
         QTEST(driver::outcomeMessage(texts, ok, exitCode, output, errors), "message");
     }
 
-    void scriptIsFoundWhereItCountsMost()
+    void fileIsFoundWhereItCountsMost_data()
     {
+        QTest::addColumn<Finder>("find");
+        QTest::addColumn<QStringList>("places");
+        const QString install = QStringLiteral("FELdrivers/install-fel-winusb-driver.ps1");
+        const QString uninstall = QStringLiteral("FELdrivers/uninstall-fel-winusb-driver.ps1");
+        const QString legacy = QStringLiteral("sunxi-fel-USB-zadig-2.3.exe");
+        QTest::newRow("install") << Finder(&driver::findFelDriverScript)
+                                 << QStringList{"cwd/docs/" + install, "app/docs/" + install,
+                                                "app/" + install};
+        QTest::newRow("uninstall") << Finder(&driver::findFelDriverUninstallScript)
+                                   << QStringList{"cwd/docs/" + uninstall, "app/docs/" + uninstall,
+                                                  "app/" + uninstall};
+        QTest::newRow("legacy") << Finder(&driver::findLegacyFelDriverInstaller)
+                                << QStringList{"cwd/deploy/" + legacy, "app/deploy/" + legacy,
+                                               "app/" + legacy};
+    }
+
+    void fileIsFoundWhereItCountsMost()
+    {
+        QFETCH(Finder, find);
+        QFETCH(QStringList, places);
         const QTemporaryDir home;
         const QDir folder(home.path());
         const QString app = folder.filePath(QStringLiteral("app"));
         const QString working = folder.filePath(QStringLiteral("cwd"));
-        const QStringList places = driver::scriptCandidates(DriverJob::Uninstall, app, working);
-        QCOMPARE(places.size(), 3);
-        QCOMPARE(driver::firstExisting(places), QString());
+        QCOMPARE(find(app, working), QString());
         // The least important place first: each further one takes over.
-        for (int i = places.size() - 1; i >= 0; --i) {
-            QVERIFY(folder.mkpath(QFileInfo(places.at(i)).path()));
-            QFile script(places.at(i));
-            QVERIFY(script.open(QIODevice::WriteOnly));
-            QCOMPARE(driver::firstExisting(places), QDir::toNativeSeparators(places.at(i)));
+        for (const QString& place : places) {
+            const QString path = folder.filePath(place);
+            QVERIFY(folder.mkpath(QFileInfo(path).path()));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QCOMPARE(find(app, working), QDir::toNativeSeparators(path));
         }
-        QCOMPARE(places.first(), app + QStringLiteral("/FELdrivers/uninstall-fel-winusb-driver.ps1"));
-        QCOMPARE(driver::legacyInstallerCandidates(app, working).at(1),
-                 app + QStringLiteral("/deploy/sunxi-fel-USB-zadig-2.3.exe"));
     }
 };
 
