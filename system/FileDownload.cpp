@@ -101,6 +101,7 @@ void FileDownload::onReplyFinished()
     if (m_reply->error() == QNetworkReply::NoError)
         drain();
     m_outcome.error = int(m_reply->error());
+    m_outcome.transferText = m_guard->cutReason().isEmpty() ? m_reply->errorString() : m_guard->cutReason();
     m_outcome.errorText = refusal();
     // commit() does not notice when the last, buffered bytes do not fit on the disk: flush() does.
     if (!m_outcome.errorText.isEmpty() || !m_file.flush())

@@ -16,8 +16,10 @@ struct DownloadOutcome
 {
     /// The whole body stands under the target path. False leaves what was there before.
     bool saved = false;
-    /// QNetworkReply::NetworkError of the transfer.
+    /// QNetworkReply::NetworkError of the transfer, and its text or why the transfer was cut off.
     int error = 0;
+    QString transferText;
+    /// Why the file was not saved; empty when it was.
     QString errorText;
     qint64 bytes = 0;
 };

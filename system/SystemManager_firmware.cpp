@@ -89,6 +89,8 @@ void SystemManager::downloadNext()
     limits.maxBytes = cMaxImageBytes;
     // An address without HTTP is refused by the download; so is a name that could leave the cache folder.
     const bool plain = firmware::isPlainFileName(name);
+    if (!plain)
+        writeLog(QStringLiteral("downloadNext: no usable file name: %1").arg(name));
     m_download = new FileDownload(plain ? QUrl(url) : QUrl(), path, limits, this);
     connect(m_download, &FileDownload::progress, this, &SystemManager::onDownloadProgress);
     connect(m_download, &FileDownload::finished, this, &SystemManager::onDownloadFinished);
@@ -115,7 +117,7 @@ void SystemManager::onDownloadFinished()
     m_download = nullptr;
     writeLog(
         QStringLiteral("download finished: url=%1 error=%2(%3) bytes=%4")
-            .arg(url, QString::number(outcome.error), outcome.errorText, QString::number(outcome.bytes)));
+            .arg(url, QString::number(outcome.error), outcome.transferText, QString::number(outcome.bytes)));
     writeLog(QStringLiteral("download target path=%1").arg(path));
     if (!outcome.saved) {
         writeLog(QStringLiteral("download save failed: path=%1 error=%2").arg(path, outcome.errorText));

@@ -151,6 +151,8 @@ private Q_SLOTS:
                               command.arg(tool, "0x50000", cache, "f1c100s.bin"), "EXEC completed.",
                               "Upgrade completed."}));
         QVERIFY(m_fixture->messages.contains(QStringLiteral("Download: logo.bin 100%")));
+        QVERIFY(m_fixture->logHas(QStringLiteral("download finished: url=%1 error=0(Unknown error) bytes=%2")
+                                      .arg(urls().at(1), QString::number(imageOf(cNames.at(1)).size()))));
     }
 
     void progressRises()
