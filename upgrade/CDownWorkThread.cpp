@@ -42,6 +42,11 @@ QString CDownWorkThread::installerFileName()
     return QStringLiteral("Quorvel-installer.exe");
 }
 
+QString CDownWorkThread::packagePath(const QString& folder)
+{
+    return folder + QLatin1Char('/') + installerFileName();
+}
+
 QString CDownWorkThread::progressText(qint64 received, qint64 total)
 {
     const double fraction = total != 0 ? double(received) / double(total) : 0.0;
@@ -64,7 +69,7 @@ void CDownWorkThread::endIfStopped()
 void CDownWorkThread::processMount()
 {
     m_requestUrl = QUrl(m_packageUrl);
-    const QString path = m_downloadDir + QLatin1Char('/') + installerFileName();
+    const QString path = packagePath(m_downloadDir);
     qDebug() << "url = " << m_requestUrl << "pathpackage = " << path;
     if (m_network == nullptr)
         m_network = new QNetworkAccessManager(this);
@@ -131,12 +136,12 @@ void CDownWorkThread::appendAvailable()
 {
     m_stallTimer->start(m_stallTimeoutMs);
     while (m_reply->bytesAvailable() > 0) {
+        const QByteArray data = m_reply->readAll();
+        m_received += data.size();
         if (m_stopRequested) {
             endTransfer();
             return;
         }
-        const QByteArray data = m_reply->readAll();
-        m_received += data.size();
         if (m_received > cMaximumPackageBytes) {
             giveUp(End::TooLarge);
             return;

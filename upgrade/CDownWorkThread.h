@@ -34,6 +34,8 @@ public:
 
     /// The name under which the package is stored in the download folder.
     static QString installerFileName();
+    /// Path of the package in the download folder \a folder.
+    static QString packagePath(const QString& folder);
     /// received / total with six significant digits, for example "0.25"; the negated count of received
     /// bytes when the server names no length (\a total is -1) and "0" when nothing is expected.
     static QString progressText(qint64 received, qint64 total);

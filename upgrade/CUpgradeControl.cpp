@@ -47,6 +47,12 @@ QString ignoredVersionKey()
     return QStringLiteral("ignoredVersion");
 }
 
+/// Where the package is stored until it is started.
+QString downloadDir()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::TempLocation);
+}
+
 /// The settings store, or null when the application has none (yet, or any more).
 GenSettings* settingsStore()
 {
@@ -199,7 +205,7 @@ void CUpgradeControl::createWorker()
     m_workerThread = new QThread;
     m_workerThread->setObjectName(QStringLiteral("update download"));
     m_worker = new CDownWorkThread;
-    m_worker->setDownloadDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation));
+    m_worker->setDownloadDir(downloadDir());
     connect(m_workerThread, &QThread::started, m_worker, &CDownWorkThread::processMount);
     connect(m_worker, &CDownWorkThread::sigFinished, this, &CUpgradeControl::slotDownloadFinish);
     connect(m_worker, &CDownWorkThread::emitdownloadProgress, this, &CUpgradeControl::emitdownloadProgress);
@@ -252,6 +258,12 @@ void CUpgradeControl::slotDownloadFinish(const QString& name)
 {
     qDebug() << "CUpgradeControl::slotDownloadFinish"
              << "download finished";
+    // A file that fails its check is deleted, so only the download's own file is ever checked.
+    if (!name.isEmpty() && name != CDownWorkThread::packagePath(downloadDir())) {
+        qWarning() << "CUpgradeControl::slotDownloadFinish" << name << "is not the downloaded package";
+        Q_EMIT updateStatus(UPC_NetworkError);
+        return;
+    }
     m_installerPath = name;
     m_verified = false;
     if (m_workerThread != nullptr)

@@ -67,7 +67,9 @@ Q_SIGNALS:
                              const QString& desc, const QString& downloadUrl, const QString& message);
 
 public Q_SLOTS:
-    /// Verifies the downloaded file \a name, which is empty when nothing usable was downloaded.
+    /// Verifies the downloaded package \a name, which is empty when nothing usable was downloaded, and
+    /// deletes it when it fails. Any other file than the download's own is left alone and reported as
+    /// UPC_NetworkError.
     void slotDownloadFinish(const QString& name);
 
 private:
