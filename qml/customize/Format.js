@@ -5,17 +5,17 @@
 var noValue = "--"
 var noTime = "00:00:00"
 
-// A value with a fixed number of decimals and its unit appended as given; "--" when it is not a number.
+// A value with a fixed number of decimals and its unit appended as given; "--" when it is not a finite number.
 function formatMetric(value, digits, unit) {
     var number = Number(value)
-    return isNaN(number) ? noValue : number.toFixed(digits) + unit
+    return isFinite(number) ? number.toFixed(digits) + unit : noValue
 }
 
 // Seconds as hh:mm:ss, part seconds cut off, negative as zero; hours may exceed 99. noTimeText (default
 // "00:00:00") is the result for a value that is not a number.
 function formatSeconds(value, noTimeText) {
     var number = Number(value)
-    if (isNaN(number) || !isFinite(number))
+    if (!isFinite(number))
         return noTimeText === undefined ? noTime : noTimeText
     var seconds = Math.max(0, Math.floor(number))
     return _twoDigits(Math.floor(seconds / 3600)) + ":" + _twoDigits(Math.floor(seconds / 60) % 60) + ":"

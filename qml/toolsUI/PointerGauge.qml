@@ -67,7 +67,7 @@ MeasurementPage {
     }
 
     function gaugeDisplayValue() {
-        return Scale.displayValue(isNaN(_displayCurrent) ? NaN : _shownNeedle, _displayRangeMax)
+        return Scale.displayValue(isFinite(_displayCurrent) ? _shownNeedle : NaN, _displayRangeMax)
     }
 
     function gaugeDisplayUnit() {
@@ -100,7 +100,7 @@ MeasurementPage {
         _displayTimeSec = Format.ifConnected(connected, link.mainTimeSec)
         // The link's own value is 0 while disconnected: the needle goes back to rest.
         var current = Number(link.mainOutputCurrent)
-        if (isNaN(current))
+        if (!isFinite(current))
             return
         _scaleCurrent = current
         _needleCurrent = current

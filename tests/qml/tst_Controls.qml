@@ -171,11 +171,13 @@ Item {
             return [
                 { tag: "number", result: Format.formatMetric(1.23456, 3, " V"), expected: "1.235 V" },
                 { tag: "no number", result: Format.formatMetric(NaN, 3, " V"), expected: "--" },
+                { tag: "endless", result: Format.formatMetric(-Infinity, 3, " V"), expected: "--" },
                 { tag: "disconnected", result: Format.formatMetric(Format.ifConnected(false, 1), 3, " V"), expected: "--" },
                 { tag: "seconds", result: Format.formatSeconds(3725.9), expected: "01:02:05" },
                 { tag: "over 99 hours", result: Format.formatSeconds(360000), expected: "100:00:00" },
                 { tag: "negative", result: Format.formatSeconds(-5), expected: "00:00:00" },
                 { tag: "no time", result: Format.formatSeconds(NaN), expected: "00:00:00" },
+                { tag: "endless time", result: Format.formatSeconds(Infinity), expected: "00:00:00" },
                 { tag: "no time, own text", result: Format.formatSeconds(NaN, "--:--:--"), expected: "--:--:--" },
                 { tag: "alpha", result: String(Format.withAlpha("#102030", 0.5)), expected: "#80102030" },
                 { tag: "alpha above one", result: String(Format.withAlpha("#102030", 7)), expected: "#102030" },

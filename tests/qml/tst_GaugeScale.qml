@@ -92,7 +92,8 @@ TestCase {
         return [
             { tag: "milliamperes", current: 0.3, range: 0.3, text: "300.0 mA" },
             { tag: "amperes", current: 0.31, range: 2.4, text: "0.310 A" },
-            { tag: "no number", current: NaN, range: 8, text: "-- A" }
+            { tag: "no number", current: NaN, range: 8, text: "-- A" },
+            { tag: "endless", current: Infinity, range: 0.3, text: "-- mA" }
         ]
     }
 

@@ -13,9 +13,9 @@ function isFastCharge(typeCInputVoltage) {
     return typeCInputVoltage > fastChargeVoltage
 }
 
-// Level of a signal line, 0 to 1; 0 for what is no number.
+// Level of a signal line, 0 to 1; 0 for what is no finite number.
 function lineLevel(voltage) {
-    return isNaN(voltage) ? 0 : Math.max(0, Math.min(1, voltage / lineFullScale))
+    return isFinite(voltage) ? Math.max(0, Math.min(1, voltage / lineFullScale)) : 0
 }
 
 function isCompact(width, height, fontPixelWidth) {

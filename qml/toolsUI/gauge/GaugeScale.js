@@ -127,7 +127,7 @@ function showsMilliamperes(displayRangeMax) {
 }
 
 function displayValue(current, displayRangeMax) {
-    if (isNaN(current))
+    if (!isFinite(current))
         return "--"
     return showsMilliamperes(displayRangeMax) ? (current * 1000).toFixed(1) : current.toFixed(3)
 }

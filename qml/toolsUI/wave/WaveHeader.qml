@@ -22,7 +22,7 @@ GridLayout {
     // Here the unit stays where the value is not known.
     function _reading(value, unit) {
         var reading = Format.ifConnected(_link.connected, value)
-        return isNaN(reading) ? Format.noValue + unit : Format.formatMetric(reading, 3, unit)
+        return isFinite(reading) ? Format.formatMetric(reading, 3, unit) : Format.noValue + unit
     }
 
     WaveCard {
