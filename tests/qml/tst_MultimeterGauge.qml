@@ -90,9 +90,13 @@ Item {
 
         function test_functionButtonsAskTheInstrument(data) {
             openPage()
-            mouseClick(button(data.tag))
-            compare(TestInstrument.lastRequest(), [0x10, 1, 4, data.layer1, 255, 255])
-            compare(button(data.tag).active, true)
+            // The second click changes nothing.
+            for (var i = 0; i < 2; ++i) {
+                mouseClick(button(data.tag))
+                compare(TestInstrument.lastRequest(), [0x10, 1, 4, data.layer1, 255, 255])
+                compare(button(data.tag).active, true)
+                compare(button(data.tag).checked, true)
+            }
             compare(readingPanel().heading, data.tag + " Gear")
         }
 
@@ -123,6 +127,7 @@ Item {
             compare(button("Buzzer").active, true)
             TestInstrument.read(1, "5.000V")
             compare(button("Voltage").active, true)
+            compare([button("Voltage").checked, button("Buzzer").checked], [true, false])
             TestInstrument.read(4, "0.512V")
             compare(button("Diode").active, true)
         }

@@ -4,10 +4,12 @@
 import re
 
 from support import case
+from support.accessibility import STATE_CHECKED
 from support.pages import current_page, open_page
 from support.waiting import wait_for
 
 FUNCTIONS = ("Voltage", "Resistance", "Capacitance", "Diode", "Buzzer")
+FUNCTION_ROLE = "radio button"
 ROW_ROLE = "row"
 
 
@@ -22,6 +24,11 @@ class MultimeterTest(case.SharedApplicationTestCase):
         """The table's rows from top to bottom."""
         rows = [item for item in self.app.items() if item.role == ROW_ROLE]
         return sorted(rows, key=lambda item: item.extents[1])
+
+    def checked_functions(self):
+        """What assistive technology takes for the chosen function."""
+        return [item.name for item in self.app.items()
+                if item.role == FUNCTION_ROLE and item.has_state(STATE_CHECKED)]
 
     def voltages(self):
         return [re.search(r"Voltage (\S+),", row.name)[1] for row in self.rows()]
@@ -44,6 +51,7 @@ class MultimeterTest(case.SharedApplicationTestCase):
             wait_for(lambda number=number: self.instrument.status()["function"] == str(number),
                      f"the instrument measures {function}")
             self.assertEqual(self.instrument.screen_requests()[-1], (1, 4, number, 255, 255))
+            self.assertEqual(self.checked_functions(), [function])
 
     def test_the_page_follows_the_instrument(self):
         self.instrument.do("reading auto")

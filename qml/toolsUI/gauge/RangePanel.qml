@@ -55,6 +55,7 @@ Rectangle {
 
             PillButton {
                 text: modelData.label
+                checkable: true
                 active: index === _root.currentIndex
                 leftPadding: _root._tight ? 8 : 14
                 rightPadding: leftPadding

@@ -5,7 +5,7 @@ import QtQuick.Controls 2.12
 import "../../customize"
 
 /// Switches the instrument to one function: the number of the function before its name.
-AbstractButton {
+RadioButton {
     id: _root
 
     property int mode: 0
@@ -19,16 +19,19 @@ AbstractButton {
 
     implicitHeight: 44
     implicitWidth: 96
+    // A control tells assistive technology its own state: it is always that of `active`, whoever clicks it.
+    autoExclusive: false
+    checked: active
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
 
-    Accessible.role: Accessible.RadioButton
     Accessible.name: text
-    Accessible.checked: active
 
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
+    onToggled: checked = Qt.binding(function() { return active })
 
+    indicator: null
     background: Rectangle {
         radius: 8
         color: _root.active ? PageStyle.accentCyan

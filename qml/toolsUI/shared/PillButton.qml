@@ -18,15 +18,17 @@ AbstractButton {
     rightPadding: 14
     implicitWidth: Math.max(minimumWidth, _label.implicitWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(30, _label.implicitHeight + 12)
+    // Where it is checkable, its state is always that of `active`, whoever clicks it.
+    checked: active
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
 
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Accessible.checked: active
 
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
+    onToggled: checked = Qt.binding(function() { return active })
 
     background: Rectangle {
         radius: 6
