@@ -18,6 +18,9 @@ Button {
     property real heightFactor: 0.5
     property color defaultBorderColor: GenToolbox.genPalette.button
 
+    /// It has the focus, and not from the mouse.
+    readonly property bool visualFocus: activeFocus && _keyboardFocus
+
     readonly property bool _highlighted: checked || (!_hoverForcedOff && (pressed || hovered))
 
     property bool _hoverForcedOff: false
@@ -95,7 +98,7 @@ Button {
 
             FocusRing {
                 radius: parent.radius
-                shown: _root.activeFocus && _root._keyboardFocus
+                shown: _root.visualFocus
             }
         }
         label: Item {

@@ -215,7 +215,7 @@ Rectangle {
     Component.onCompleted: {
         // Whoever walks through the pages by keyboard keeps the focus in the page list, which passes keys on.
         var focused = Window.window ? Window.window.activeFocusItem : null
-        if (!focused || focused === Window.window.contentItem)
+        if (!focused || !focused.visualFocus)
             forceActiveFocus()
     }
 }

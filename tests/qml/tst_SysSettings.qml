@@ -4,6 +4,8 @@ import QtQuick.Window 2.12
 import QtTest 1.12
 import GenToolbox 1.0
 
+import "qrc:/qml/customize"
+
 Item {
     id: _root
 
@@ -12,6 +14,7 @@ Item {
     width: 1200
     height: 800
 
+    GenButton { id: _pageEntry }
     Loader { id: _loader; anchors.fill: parent }
 
     TestCase {
@@ -24,6 +27,7 @@ Item {
             GenApp.setLanguage(1)
             _root.width = 1200
             _loader.source = ""
+            mouseClick(_pageEntry)
             _loader.source = "qrc:/qml/toolsUI/SysSettings.qml"
             verify(page)
             waitForRendering(page)
@@ -169,6 +173,13 @@ Item {
                 keyClick(data.keys[i])
             compare(part("installDriverButton").visible, data.shown)
             compare(part("uninstallDriverButton").visible, data.shown)
+        }
+
+        function test_focusStaysWithTheKeyboardInThePageList() {
+            _loader.source = ""
+            _pageEntry.forceActiveFocus(Qt.TabFocusReason)
+            _loader.source = "qrc:/qml/toolsUI/SysSettings.qml"
+            verify(_pageEntry.activeFocus)
         }
 
         function test_hiddenToolsStayHiddenWhileTyping() {
