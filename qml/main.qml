@@ -73,8 +73,6 @@ ApplicationWindow {
     readonly property int _hid10FromInstrument: 2
     // The instrument's screen of each page, in page order.
     readonly property var _hid10Screens: [_hid10ScreenMainPower, _hid10ScreenWave, _hid10ScreenGauge, _hid10ScreenUsb]
-    // In a small window the expanded column would leave the page too narrow: it lies over the page instead.
-    readonly property bool _menuOverlays: width - 2 * frameMargin - _leftMenuExpandedWidth < _dfw * 60
     readonly property bool _settledNormal: visibility !== Window.Minimized && visibility !== Window.Maximized
                                            && visibility !== Window.FullScreen && visibility !== Window.Hidden
 
@@ -125,8 +123,10 @@ ApplicationWindow {
     function resizeWindow(resizeLeft, resizeTop, resizeRight, resizeBottom) {
         var start = Qt.rect(resizeStartWindowPos.x, resizeStartWindowPos.y, resizeStartWindowSize.width,
                             resizeStartWindowSize.height)
-        var geometry = WindowGeometry.resized(start, Qt.size(minimumWidth, minimumHeight), ScreenTools.mouseX(),
-                                              ScreenTools.mouseY(), resizeLeft, resizeTop, resizeRight, resizeBottom)
+        var geometry = WindowGeometry.resized(start, Qt.point(resizeFixedRight, resizeFixedBottom),
+                                              Qt.size(minimumWidth, minimumHeight),
+                                              Qt.point(ScreenTools.mouseX(), ScreenTools.mouseY()), resizeLeft,
+                                              resizeTop, resizeRight, resizeBottom)
         queueResize(geometry.x, geometry.y, geometry.width, geometry.height, resizeLeft, resizeTop, resizeRight,
                     resizeBottom)
     }
@@ -224,8 +224,7 @@ ApplicationWindow {
         if (direction !== _hid10FromInstrument || page < 0)
             return
         _suppressUiControlSync = true
-        rightStack.currentIndex = page
-        leftMenuRect.pages.selectIndex(page, false)
+        _pages.showPage(page)
         _suppressUiControlSync = false
     }
 
@@ -240,38 +239,20 @@ ApplicationWindow {
         shadowRadius: mainwindows.radiusValue
         shadowVisible: mainwindows.frameMargin > 0 && !mainwindows.resizingWindow
 
-        Item {
-            z: 1
-            Layout.fillHeight: true
-            Layout.preferredWidth: mainwindows._menuOverlays ? mainwindows._leftMenuCollapsedWidth
-                                                             : mainwindows._leftMenuWidth
-            Layout.minimumWidth: mainwindows._leftMenuCollapsedWidth
-
-            LeftColumn {
-                id: leftMenuRect
-
-                width: mainwindows._menuOverlays ? mainwindows._leftMenuWidth : parent.width
-                height: parent.height
-                collapsed: mainwindows.leftMenuCollapsed
-                overlays: mainwindows._menuOverlays && !mainwindows.leftMenuCollapsed
-                backgroundOpacity: mainwindows.windowBackgroundOpacity
-                // Keys that the page list does not use are the page's: it need not take the focus to get them.
-                Keys.forwardTo: rightStack.currentPage ? [rightStack.currentPage] : []
-                onToggleRequested: mainwindows.leftMenuCollapsed = !mainwindows.leftMenuCollapsed
-                pages.onSClick2: {
-                    rightStack.currentIndex = index
-                    mainwindows.syncLowerUiForCurrentPage(index)
-                }
-                Component.onCompleted: pages.init(true)
-            }
-        }
-        PageStack {
-            id: rightStack
+        PageArea {
+            id: _pages
 
             Layout.fillWidth: true
             Layout.fillHeight: true
+            menuCollapsed: mainwindows.leftMenuCollapsed
+            menuCollapsedWidth: mainwindows._leftMenuCollapsedWidth
+            menuExpandedWidth: mainwindows._leftMenuExpandedWidth
+            menuWidth: mainwindows._leftMenuWidth
+            backgroundOpacity: mainwindows.windowBackgroundOpacity
             loadPages: mainwindows._loadInitialPage
             resizingWindow: mainwindows.resizingWindow
+            onToggleRequested: mainwindows.leftMenuCollapsed = !mainwindows.leftMenuCollapsed
+            onPageChosen: mainwindows.syncLowerUiForCurrentPage(index)
         }
     }
     ResizeBorder {

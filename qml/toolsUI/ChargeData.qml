@@ -8,7 +8,7 @@ import "../customize"
 import "../customize/Format.js" as Format
 import "charge"
 import "charge/ChargeRules.js" as Rules
-import "shared"
+import "common"
 
 /// The USB Type-C input as a dashboard: how fast the device charges, and what the signal lines do.
 MeasurementPage {

@@ -5,8 +5,8 @@ import GenToolbox 1.0
 import GenControl.ScreenTools 1.0
 
 import "../customize"
-import "shared"
-import "shared/RowSync.js" as RowSync
+import "common"
+import "common/RowSync.js" as RowSync
 
 /// The multimeter readings that are kept across runs.
 MeasurementPage {

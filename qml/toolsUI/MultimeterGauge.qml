@@ -5,10 +5,10 @@ import GenToolbox 1.0
 import GenControl.ScreenTools 1.0
 
 import "../customize"
+import "common"
+import "common/RowSync.js" as RowSync
 import "multimeter"
 import "multimeter/MultimeterModes.js" as Modes
-import "shared"
-import "shared/RowSync.js" as RowSync
 
 /// The multimeter's reading, the choice of its function, and the readings recorded so far.
 MeasurementPage {

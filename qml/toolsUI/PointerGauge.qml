@@ -6,9 +6,9 @@ import GenControl.ScreenTools 1.0
 
 import "../customize"
 import "../customize/Format.js" as Format
+import "common"
 import "gauge"
 import "gauge/GaugeScale.js" as Scale
-import "shared"
 
 /// The output current of the main supply on a needle gauge, with voltage, time and capacity.
 MeasurementPage {

@@ -176,17 +176,6 @@ WaveState {
         _hoverActive = true
     }
 
-    function beginChartDrag(mouseX) {
-        if (resizingWindow || _voltageSamples.length <= _viewSampleCount)
-            return
-        _chartRunning = false
-        _hoverActive = false
-        _draggingChart = true
-        _dragStartX = mouseX
-        _dragStartViewIndex = _viewStartIndex
-        _lastDragViewIndex = _viewStartIndex
-    }
-
     function dragChartTo(mouseX) {
         if (!_draggingChart)
             return
@@ -198,17 +187,6 @@ WaveState {
         _lastDragViewIndex = start
         _viewStartIndex = start
         rebuildSeries()
-    }
-
-    function endChartDrag() {
-        _draggingChart = false
-        _lastDragViewIndex = -1
-    }
-
-    function readLink() {
-        _shownVoltage = Number(hidLink.mainInputVoltage)
-        _shownCurrent = Number(hidLink.mainOutputCurrent)
-        _shownMah = Number(hidLink.mainMah)
     }
 
     function takeSample() {
@@ -247,23 +225,6 @@ WaveState {
             powerAnalys._pendingResizeRebuild = false
             powerAnalys.rebuildSeries()
             powerAnalys.rebuildPreviewSeries()
-        }
-    }
-
-    Timer {
-        id: _runtimeTimer
-
-        interval: 250
-        repeat: true
-        running: true
-        onTriggered: powerAnalys._mainRuntimeSec = Number(powerAnalys.hidLink.mainTimeSec)
-    }
-
-    Connections {
-        target: powerAnalys.hidLink
-        function onMeasurementChanged() {
-            powerAnalys._mainRuntimeSec = Number(powerAnalys.hidLink.mainTimeSec)
-            _runtimeTimer.restart()
         }
     }
 

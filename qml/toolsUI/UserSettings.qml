@@ -7,7 +7,7 @@ import GenControl.ScreenTools 1.0
 
 import "../customize/Format.js" as Format
 import "account"
-import "shared"
+import "common"
 
 /// The page "User Settings": sign-in, registration and password forms. Nothing entered is stored or sent.
 Rectangle {

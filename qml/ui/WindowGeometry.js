@@ -48,22 +48,21 @@ function restored(stored, minimum, available, screens) {
 }
 
 // The geometry that a drag of the given edges to the cursor asks for. start: x, y, width and height at the
-// start of the drag; minimum: width and height. Pixels.
-function resized(start, minimum, cursorX, cursorY, left, top, right, bottom) {
+// start of the drag; fixed: the x of the right and the y of the bottom edge, which stay when the opposite edge
+// is dragged; minimum: width and height; cursor: x and y. Pixels.
+function resized(start, fixed, minimum, cursor, left, top, right, bottom) {
     var geometry = { x: start.x, y: start.y, width: start.width, height: start.height }
     if (right)
-        geometry.width = Math.max(minimum.width, cursorX - start.x)
+        geometry.width = Math.max(minimum.width, cursor.x - start.x)
     if (bottom)
-        geometry.height = Math.max(minimum.height, cursorY - start.y)
+        geometry.height = Math.max(minimum.height, cursor.y - start.y)
     if (left) {
-        var fixedRight = start.x + start.width
-        geometry.width = Math.max(minimum.width, fixedRight - cursorX)
-        geometry.x = fixedRight - geometry.width
+        geometry.width = Math.max(minimum.width, fixed.x - cursor.x)
+        geometry.x = fixed.x - geometry.width
     }
     if (top) {
-        var fixedBottom = start.y + start.height
-        geometry.height = Math.max(minimum.height, fixedBottom - cursorY)
-        geometry.y = fixedBottom - geometry.height
+        geometry.height = Math.max(minimum.height, fixed.y - cursor.y)
+        geometry.y = fixed.y - geometry.height
     }
     return {
         x: Math.round(geometry.x),

@@ -3,7 +3,7 @@ import QtQuick 2.12
 import QtTest 1.12
 import GenToolbox 1.0
 
-import "qrc:/qml/toolsUI/shared/RowSync.js" as RowSync
+import "qrc:/qml/toolsUI/common/RowSync.js" as RowSync
 
 Item {
     id: _root

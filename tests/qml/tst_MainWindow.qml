@@ -59,7 +59,7 @@ TestCase {
         return null
     }
 
-    function stack() { return find(_window.contentItem, "loadPages") }
+    function stack() { return find(_window.contentItem, "currentPage") }
     function column() { return find(_window.contentItem, "collapsedButtonHeight") }
 
     function test_startAsksForTheFirstScreenOnce() {
@@ -239,7 +239,7 @@ TestCase {
 
     function test_expandedColumnLeavesThePageItsRoom(data) {
         ScreenTools.setWindowGeometryForWindow(_window, 0, 0, _window.minimumWidth + data.extra, _window.minimumHeight)
-        tryCompare(_window, "_menuOverlays", data.overlays)
+        tryCompare(find(_window.contentItem, "menuOverlays"), "menuOverlays", data.overlays)
         tryVerify(function() { return stack().width > 0 })
         var before = stack().width
         _window.leftMenuCollapsed = false

@@ -48,8 +48,9 @@ TestCase {
 
     function test_resized(data) {
         var has = function(edge) { return data.edges.indexOf(edge) >= 0 }
-        var geometry = WindowGeometry.resized(Qt.rect(100, 100, 1000, 800), Qt.size(600, 500), data.cursor[0],
-                                              data.cursor[1], has("l"), has("t"), has("r"), has("b"))
+        var geometry = WindowGeometry.resized(Qt.rect(100, 100, 1000, 800), Qt.point(1100, 900), Qt.size(600, 500),
+                                              Qt.point(data.cursor[0], data.cursor[1]), has("l"), has("t"), has("r"),
+                                              has("b"))
         compare([geometry.x, geometry.y, geometry.width, geometry.height], data.expected)
     }
 }

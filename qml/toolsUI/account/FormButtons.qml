@@ -2,7 +2,7 @@
 import QtQuick 2.12
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// The way back to the login form, and the form's own button.
 Row {

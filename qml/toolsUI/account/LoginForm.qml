@@ -2,7 +2,7 @@
 import QtQuick 2.12
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// Sign-in, with the ways to the other two forms.
 AccountForm {

@@ -4,7 +4,7 @@ import QtQuick.Layouts 1.12
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// The strip above the dial: one button per range, and the connection badge.
 Rectangle {

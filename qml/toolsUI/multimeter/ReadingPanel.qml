@@ -2,7 +2,7 @@
 import QtQuick 2.12
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// The present reading of the multimeter, as large as the panel allows.
 Rectangle {

@@ -3,7 +3,7 @@ import QtQuick 2.12
 import QtQuick.Layouts 1.12
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// Shows and hides the table of recorded readings, and clears it.
 RowLayout {

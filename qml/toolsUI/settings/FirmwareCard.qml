@@ -3,7 +3,7 @@ import QtQuick 2.12
 import GenToolbox 1.0
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// Upgrades the controller's firmware, and on request installs the driver of its boot mode.
 SettingsCard {

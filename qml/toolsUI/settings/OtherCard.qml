@@ -4,7 +4,7 @@ import GenToolbox 1.0
 
 import "../../customize"
 import "../../customize/Format.js" as Format
-import "../shared"
+import "../common"
 
 /// Identity of the instrument, interface language and manuals.
 SettingsCard {

@@ -4,7 +4,7 @@ import GenToolbox 1.0
 
 import "../../customize"
 import "../../customize/Format.js" as Format
-import "../shared"
+import "../common"
 
 /// The left panel of the settings page: what the page is for and whether the controller is there.
 HeroPanel {

@@ -3,7 +3,7 @@ import QtQuick 2.12
 import GenToolbox 1.0
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// Log export, and the switches of USB log and multimeter history.
 SettingsCard {

@@ -4,7 +4,7 @@ import QtQuick.Layouts 1.12
 import GenToolbox 1.0
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// The progress of the download, with the button that cancels it or starts its result.
 FocusScope {

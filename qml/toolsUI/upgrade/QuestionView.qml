@@ -6,7 +6,7 @@ import GenControl 1.0
 import GenToolbox 1.0
 
 import "../../customize"
-import "../shared"
+import "../common"
 
 /// What is known of an update, and whether to install it.
 FocusScope {

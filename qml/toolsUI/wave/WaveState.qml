@@ -8,8 +8,8 @@ import "../../customize"
 import "../../customize/Format.js" as Format
 import "WaveView.js" as WaveView
 
-/// What the wave page knows: the samples, the part of them in view, its settings and the state of cursor and drag.
-/// Nothing here draws.
+/// What the wave page knows: the samples, the part of them in view, what the instrument said last, its settings and
+/// the state of cursor and drag. Nothing here draws.
 Rectangle {
     id: _state
 
@@ -152,6 +152,28 @@ Rectangle {
         return WaveView.visibleCount(_viewStartIndex, _voltageSamples.length, _viewSampleCount)
     }
 
+    function beginChartDrag(mouseX) {
+        if (resizingWindow || _voltageSamples.length <= _viewSampleCount)
+            return
+        _chartRunning = false
+        _hoverActive = false
+        _draggingChart = true
+        _dragStartX = mouseX
+        _dragStartViewIndex = _viewStartIndex
+        _lastDragViewIndex = _viewStartIndex
+    }
+
+    function endChartDrag() {
+        _draggingChart = false
+        _lastDragViewIndex = -1
+    }
+
+    function readLink() {
+        _shownVoltage = Number(hidLink.mainInputVoltage)
+        _shownCurrent = Number(hidLink.mainOutputCurrent)
+        _shownMah = Number(hidLink.mainMah)
+    }
+
     function ensureStandardSamples() {
         if (_standardSamples.length !== _maxSamples)
             _standardSamples = WaveView.generatedCurve(_maxSamples)
@@ -170,5 +192,22 @@ Rectangle {
         }
         _voltageAxisMin = voltages.min
         _voltageAxisMax = voltages.max
+    }
+
+    Timer {
+        id: _runtimeTimer
+
+        interval: 250
+        repeat: true
+        running: true
+        onTriggered: _state._mainRuntimeSec = Number(_state.hidLink.mainTimeSec)
+    }
+
+    Connections {
+        target: _state.hidLink
+        function onMeasurementChanged() {
+            _state._mainRuntimeSec = Number(_state.hidLink.mainTimeSec)
+            _runtimeTimer.restart()
+        }
     }
 }
