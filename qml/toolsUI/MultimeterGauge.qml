@@ -29,7 +29,9 @@ MeasurementPage {
     property var _shownIds: []
     // How far the table is unfolded, 0 to 1.
     property real _tableShare: _historyTableVisible ? 1 : 0
-    readonly property real _margin: ScreenTools.defaultFontPixelWidth * 1.2
+    // So low that the shares of reading and table leave little for the rest.
+    readonly property bool _low: height < ScreenTools.defaultFontPixelWidth * 60
+    readonly property real _margin: ScreenTools.defaultFontPixelWidth * (_low ? 0.55 : 1.2)
 
     Behavior on _tableShare {
         NumberAnimation { duration: 160 }
@@ -157,7 +159,7 @@ MeasurementPage {
         RowLayout {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.minimumHeight: 40
+            Layout.minimumHeight: multimeterRoot._low ? 34 : 40
             Layout.maximumHeight: Math.max(76, multimeterRoot.height * 0.16)
             spacing: multimeterRoot._margin * 0.8
 

@@ -231,6 +231,7 @@ WaveState {
     Flickable {
         id: _scroll
 
+        objectName: "waveScroll"
         anchors.fill: parent
         anchors.margins: powerAnalys._dfw
         contentWidth: width
@@ -270,7 +271,7 @@ WaveState {
 
                 page: powerAnalys
                 width: parent.width
-                height: Math.max(powerAnalys._dfw * 20, Math.floor(_scroll.height - _column._othersHeight))
+                height: Math.max(powerAnalys._dfw * 18, Math.floor(_scroll.height - _column._othersHeight))
             }
             WaveOverview {
                 id: _overview

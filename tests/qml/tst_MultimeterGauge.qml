@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
 import QtTest 1.12
+import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
 Item {
@@ -230,6 +231,14 @@ Item {
             mouseClick(button("Show Records"))
             tryCompare(table(), "opacity", 1)
             tryVerify(function() { return Math.abs(readingPanel().height - _root._page.height * 0.32) < 1 })
+        }
+
+        // As high as the window's minimum leaves it.
+        function test_lowPageShowsTheWholeTable() {
+            openPage()
+            _root._page.height = 45 * ScreenTools.defaultFontPixelWidth
+            tryVerify(function() { return table().height === _root._page.historyTableExpandedHeight })
+            tryVerify(function() { return table().y + table().height <= _root._page.height - 2 * table().parent.y })
         }
 
         function test_clear() {

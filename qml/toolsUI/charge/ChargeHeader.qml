@@ -54,6 +54,8 @@ Rectangle {
                 color: "#8E9AA8"
                 font.family: GenFontManager.mainFontFamily
                 font.pointSize: _root.textSize
+                fontSizeMode: Text.HorizontalFit
+                minimumPointSize: 8
                 elide: Text.ElideRight
             }
         }
