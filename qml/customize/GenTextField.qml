@@ -37,7 +37,12 @@ TextField {
         color: "#2b2b2b"
         radius: 4
         border.width: 1
-        border.color: _root.activeFocus ? PageStyle.focus : "#666"
+        border.color: "#666"
+
+        FocusRing {
+            radius: parent.radius
+            shown: _root.activeFocus
+        }
     }
 
     // Lengths follow the main window's scale; outside it, the scale's own rule.

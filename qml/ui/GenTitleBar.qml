@@ -101,8 +101,8 @@ Item {
     TitleBarButton {
         id: updateBtn
 
-        width: _titleBar.buttonW
-        height: _titleBar.buttonW * _titleBar.wr
+        width: _titleBar.buttonW * _titleBar.wr
+        height: width
         anchors { top: parent.top; topMargin: 10; right: topmostBtn.left; rightMargin: 10 }
         picture: "qrc:/res/serching2.svg"
         name: tip
@@ -114,8 +114,8 @@ Item {
     TitleBarButton {
         id: topmostBtn
 
-        width: _titleBar.buttonW
-        height: _titleBar.buttonW * _titleBar.wr
+        width: _titleBar.buttonW * _titleBar.wr
+        height: width
         anchors { top: parent.top; topMargin: 10; right: minBtn.left; rightMargin: 10 }
         picture: mainwindows.alwaysOnTop ? "qrc:/basic/Pinned.svg" : "qrc:/basic/Unpin.svg"
         pictureScale: 0.88
@@ -133,8 +133,8 @@ Item {
     TitleBarButton {
         id: minBtn
 
-        width: _titleBar.buttonW
-        height: _titleBar.buttonW * _titleBar.wr
+        width: _titleBar.buttonW * _titleBar.wr
+        height: width
         anchors {
             top: parent.top
             topMargin: 10
@@ -149,8 +149,8 @@ Item {
     TitleBarButton {
         id: normBtn
 
-        width: _titleBar.buttonW
-        height: _titleBar.buttonW * _titleBar.wr
+        width: _titleBar.buttonW * _titleBar.wr
+        height: width
         anchors { top: parent.top; topMargin: 10; right: closeBtn.left; rightMargin: 10 }
         picture: "qrc:/basic/min.svg"
         name: _titleBar.isMaximized ? qsTr("Restore") : qsTr("Maximize")
@@ -159,8 +159,8 @@ Item {
     TitleBarButton {
         id: closeBtn
 
-        width: _titleBar.buttonW
-        height: _titleBar.buttonW * _titleBar.wr
+        width: _titleBar.buttonW * _titleBar.wr
+        height: width
         anchors { top: parent.top; topMargin: 10; right: parent.right; rightMargin: 10 }
         picture: "qrc:/basic/close.svg"
         name: qsTr("Close")

@@ -42,8 +42,8 @@ Rectangle {
             width: _toggle._rightX - x - 8
             height: parent.height * 0.75
             source: "qrc:/res/Quorvel.png"
-            // Twice what is shown, in device pixels: the pixel ratio is added by the picture itself.
-            sourceSize.height: Math.round(height * 2)
+            // Twice what is shown, in device pixels.
+            sourceSize.height: Math.round(height * 2 * Screen.devicePixelRatio)
             fillMode: Image.PreserveAspectFit
             horizontalAlignment: Image.AlignLeft
             asynchronous: true

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
 import QtTest 1.12
+import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
 import "qrc:/qml/toolsUI"
@@ -246,9 +247,21 @@ Item {
             compare(page._voltageAxisMin, 0)
             compare(page._voltageAxisMax, row.top)
             compare(page._currentAxisMax, row.range)
+            _link.connected = false
             page._autoScaleAxis = false
             page.rebuildSeries()
             compare(page._voltageAxisMax, 6)
+            compare(findChild(page, "overviewChart").series(0).axisY.max, 6)
+        }
+
+        // As high as the window's minimum leaves it: everything from the head to the overview's time labels shows.
+        function test_lowPageNeedsNoScrolling() {
+            page._controlPanelCollapsed = true
+            page.anchors.fill = undefined
+            page.width = 67 * ScreenTools.defaultFontPixelWidth
+            page.height = 45 * ScreenTools.defaultFontPixelWidth
+            var scroll = findChild(page, "waveScroll")
+            tryVerify(function() { return scroll.width < page.width && scroll.contentHeight <= scroll.height })
         }
 
         function test_seriesHoldTheView() {

@@ -19,8 +19,6 @@ WavePanel {
         var count = page._voltageSamples.length
         var stride = WaveView.previewStride(count, page._maxPreviewPoints)
         ChartSeriesFiller.setRange(_timeAxis, 0, WaveView.spanSec(count, page._sampleIntervalSec))
-        ChartSeriesFiller.setRange(_voltageAxis, page._voltageAxisMin, page._voltageAxisMax)
-        ChartSeriesFiller.setRange(_currentAxis, page._currentAxisMin, page._currentAxisMax)
         ChartSeriesFiller.fill(_voltageSeries, WaveView.thinned(page._voltageSamples, stride), 0,
                                stride * page._sampleIntervalSec)
         ChartSeriesFiller.fill(_currentSeries, WaveView.thinned(page._currentSamples, stride), 0,
@@ -62,8 +60,21 @@ WavePanel {
             }
 
             ValueAxis { id: _timeAxis; min: 0; max: 0.08; visible: false }
-            ValueAxis { id: _voltageAxis; min: 0; max: 6; visible: false }
-            ValueAxis { id: _currentAxis; min: 0; max: 8; visible: false }
+            // Those of the main chart, also when they change while nothing is recorded.
+            ValueAxis {
+                id: _voltageAxis
+
+                min: _panel.page._voltageAxisMin
+                max: _panel.page._voltageAxisMax
+                visible: false
+            }
+            ValueAxis {
+                id: _currentAxis
+
+                min: _panel.page._currentAxisMin
+                max: _panel.page._currentAxisMax
+                visible: false
+            }
             LineSeries {
                 id: _voltageSeries
 
