@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QTextCodec>
 
+#include <limits>
 #include <memory>
 
 namespace {
@@ -47,6 +48,8 @@ int main(int argc, char** argv)
     }
     // Without parent and outside the application: it stays open until the process leaves main.
     QLocalServer instanceServer;
+    // Nobody takes the connections of later instances. With a limit, enough of them would end the listening.
+    instanceServer.setMaxPendingConnections(std::numeric_limits<int>::max());
     QLocalServer::removeServer(singleInstanceKey());
     if (!instanceServer.listen(singleInstanceKey()))
         return -1;

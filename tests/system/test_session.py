@@ -3,6 +3,7 @@
 
 import os
 import re
+import socket
 import stat
 import subprocess
 
@@ -10,7 +11,15 @@ from support import case
 from support.pages import open_page
 from support.waiting import wait_for
 
+SOCKET = "tmp/org.Quorvel.SingleInstance"  # in the home folder
 SECOND_INSTANCE_TEXT = "An application is already running."
+
+
+def connects_to(path):
+    """Whether a connection to this local socket is made at once."""
+    with socket.socket(socket.AF_UNIX) as probe:
+        probe.setblocking(False)
+        return probe.connect_ex(str(path)) == 0
 
 
 class SessionTest(case.SystemTestCase):
@@ -18,6 +27,9 @@ class SessionTest(case.SystemTestCase):
         settings = case.default_settings()
         settings["sysSettings"] = {"usbDebugEnabled": "true"}
         app = self.start(settings=settings)
+        # More instances before this one than connections fit into the running instance's queue.
+        for _ in range(100):
+            wait_for(lambda: connects_to(app.home.path / SOCKET), "the instance socket accepts")
         second = subprocess.Popen([case.build_folder() / "quorvel"], env=app.environment(),
                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                   stderr=subprocess.DEVNULL)
@@ -42,7 +54,7 @@ class SessionTest(case.SystemTestCase):
 
     def test_nothing_starts_without_the_instance_socket(self):
         home = self.make_home(self)
-        (home.path / "tmp/org.Quorvel.SingleInstance").mkdir()
+        (home.path / SOCKET).mkdir()
         end = subprocess.run([case.build_folder() / "quorvel"], env={**self.desktop.env, **home.environment()},
                              stdin=subprocess.DEVNULL, capture_output=True, timeout=20, check=False)
         self.assertEqual(end.returncode, 255, end.stderr)
