@@ -44,6 +44,8 @@ SettingsCard {
         // These two refusals are not told by any signal.
         if (!_manager.felReady || _manager.mcuTypes.indexOf(type) < 0)
             _setState("failed", "yellow")
+        else if (upgradeState === "") // cleared by a controller that was noticed only now
+            _setState("running", page.textColor)
     }
 
     function _driverJob(state, job) {
