@@ -126,8 +126,9 @@ Item {
         borderColor: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.72) : "transparent"
         pictureColor: mainwindows.alwaysOnTop ? _titleBar._accent : GenToolbox.genPalette.text
         hoverPictureColor: _titleBar._accent
-        Accessible.checkable: true
-        Accessible.checked: mainwindows.alwaysOnTop
+        checkable: true
+        checked: mainwindows.alwaysOnTop
+        onToggled: checked = Qt.binding(function() { return mainwindows.alwaysOnTop })
         onClicked: mainwindows.toggleAlwaysOnTop()
     }
     TitleBarButton {
