@@ -5,6 +5,7 @@ import GenToolbox 1.0
 import GenControl.ScreenTools 1.0
 
 import "../customize"
+import "../customize/Format.js" as Format
 import "common"
 import "common/RowSync.js" as RowSync
 import "multimeter"
@@ -29,9 +30,10 @@ MeasurementPage {
     property var _shownIds: []
     // How far the table is unfolded, 0 to 1.
     property real _tableShare: _historyTableVisible ? 1 : 0
-    // So low that the shares of reading and table leave little for the rest.
-    readonly property bool _low: height < ScreenTools.defaultFontPixelWidth * 60
-    readonly property real _margin: ScreenTools.defaultFontPixelWidth * (_low ? 0.55 : 1.2)
+    // Reading and table take fixed shares of the height. What they leave in a low page is for the two rows of
+    // buttons first.
+    readonly property real _margin: Format.clamp((height * 0.26 - 76) / 5, ScreenTools.defaultFontPixelWidth * 0.55,
+                                                 ScreenTools.defaultFontPixelWidth * 1.2)
 
     Behavior on _tableShare {
         NumberAnimation { duration: 160 }
@@ -159,7 +161,7 @@ MeasurementPage {
         RowLayout {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.minimumHeight: multimeterRoot._low ? 34 : 40
+            Layout.minimumHeight: 34
             Layout.maximumHeight: Math.max(76, multimeterRoot.height * 0.16)
             spacing: multimeterRoot._margin * 0.8
 
