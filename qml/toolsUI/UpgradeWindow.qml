@@ -33,7 +33,10 @@ Rectangle {
     property real _progress: 0
     /// Where the keyboard was when the dialog opened.
     property Item _focusBefore: null
+    /// What the dialog shows. Made when it is first opened: most programs end without, and should start at once.
+    property DialogBox _box: null
 
+    readonly property string _title: qsTr("Quorvel upgrade")
     readonly property int _questionView: 0
     readonly property int _progressView: 1
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
@@ -45,7 +48,7 @@ Rectangle {
     anchors.fill: parent
 
     Accessible.role: Accessible.Dialog
-    Accessible.name: _rootWindow.title
+    Accessible.name: _title
 
     Keys.onEscapePressed: _status === _questionView ? _cancelQuestion() : _pressProgressButton()
     // Keeps the keyboard in the dialog, as the area below does with the mouse.
@@ -54,7 +57,7 @@ Rectangle {
     onVisibleChanged: {
         if (visible) {
             _focusBefore = Window.window ? Window.window.activeFocusItem : null
-            _rootWindow.forceActiveFocus()
+            _box.forceActiveFocus()
         } else if (_focusBefore) {
             _focusBefore.forceActiveFocus()
             _focusBefore = null
@@ -117,7 +120,7 @@ Rectangle {
 
     function saveIgnoreVersionState() {
         if (_latestVersionRaw.length > 0)
-            GenToolbox.genSettings.setValue("ignoredVersion", _question.ignored ? _latestVersionRaw.trim() : "",
+            GenToolbox.genSettings.setValue("ignoredVersion", _box.question.ignored ? _latestVersionRaw.trim() : "",
                                             "upgrade")
     }
 
@@ -128,12 +131,14 @@ Rectangle {
         _manualMode = manual
         _checking = checking
         _hasUpdate = hasUpdate
-        _rootWindow.recentre()
+        if (!_box)
+            _box = _boxComponent.createObject(_rootControl)
+        _box.recentre()
     }
 
     function _setIgnored(ignored) {
         _loadingIgnoreState = true
-        _question.ignored = ignored
+        _box.question.ignored = ignored
         _loadingIgnoreState = false
     }
 
@@ -203,54 +208,58 @@ Rectangle {
         onWheel: wheel.accepted = true
     }
 
-    DialogBox {
-        id: _rootWindow
+    Component {
+        id: _boxComponent
 
-        objectName: "box"
-        width: Math.min(_rootControl._dfw * 54, Screen.width)
-        height: Math.min(_rootControl._dfw * 27, Screen.height)
-        title: qsTr("Quorvel upgrade")
-        pointSize: _rootControl._pointSize
+        DialogBox {
+            property alias question: _question
 
-        QuestionView {
-            id: _question
-
-            anchors.fill: parent
-            anchors.margins: 12
+            objectName: "box"
+            width: Math.min(_rootControl._dfw * 54, Screen.width)
+            height: Math.min(_rootControl._dfw * 27, Screen.height)
+            title: _rootControl._title
             pointSize: _rootControl._pointSize
-            visible: _rootControl._status === _rootControl._questionView
-            focus: visible
-            headline: _rootControl._checking ? qsTr("Checking for updates, please wait...")
-                      : _rootControl._hasUpdate
-                        ? qsTr("A new software version has been detected. Do you want to upgrade now?")
-                        : qsTr("No update is available.")
-            details: _rootControl._details()
-            checking: _rootControl._checking
-            canUpgrade: _rootControl._hasUpdate && !_rootControl._checking
-            canIgnore: (!_rootControl._checking && _rootControl._hasUpdate)
-                       || (_rootControl._manualMode && _rootControl._latestVersionRaw.length > 0)
-            ignoreText: qsTr("Ignore this version")
-            cancelText: qsTr("Cancel")
-            upgradeText: qsTr("Upgrade")
-            onIgnoredChanged: {
-                if (_rootControl.visible && !_rootControl._loadingIgnoreState)
-                    _rootControl.saveIgnoreVersionState()
+
+            QuestionView {
+                id: _question
+
+                anchors.fill: parent
+                anchors.margins: 12
+                pointSize: _rootControl._pointSize
+                visible: _rootControl._status === _rootControl._questionView
+                focus: visible
+                headline: _rootControl._checking ? qsTr("Checking for updates, please wait...")
+                          : _rootControl._hasUpdate
+                            ? qsTr("A new software version has been detected. Do you want to upgrade now?")
+                            : qsTr("No update is available.")
+                details: _rootControl._details()
+                checking: _rootControl._checking
+                canUpgrade: _rootControl._hasUpdate && !_rootControl._checking
+                canIgnore: (!_rootControl._checking && _rootControl._hasUpdate)
+                           || (_rootControl._manualMode && _rootControl._latestVersionRaw.length > 0)
+                ignoreText: qsTr("Ignore this version")
+                cancelText: qsTr("Cancel")
+                upgradeText: qsTr("Upgrade")
+                onIgnoredChanged: {
+                    if (_rootControl.visible && !_rootControl._loadingIgnoreState)
+                        _rootControl.saveIgnoreVersionState()
+                }
+                onCanceled: _rootControl._cancelQuestion()
+                onAccepted: _rootControl._startUpgrade()
             }
-            onCanceled: _rootControl._cancelQuestion()
-            onAccepted: _rootControl._startUpgrade()
-        }
-        ProgressView {
-            anchors.fill: parent
-            anchors.margins: 16
-            pointSize: _rootControl._pointSize
-            visible: _rootControl._status === _rootControl._progressView
-            focus: visible
-            message: _rootControl._progressText()
-            progress: _rootControl._progress
-            failed: _rootControl._upgradeStatus === CUpgradeControl.UPC_NetworkError
-                    || _rootControl._upgradeStatus === CUpgradeControl.UPC_Access
-            buttonText: _rootControl._btnText
-            onPressed: _rootControl._pressProgressButton()
+            ProgressView {
+                anchors.fill: parent
+                anchors.margins: 16
+                pointSize: _rootControl._pointSize
+                visible: _rootControl._status === _rootControl._progressView
+                focus: visible
+                message: _rootControl._progressText()
+                progress: _rootControl._progress
+                failed: _rootControl._upgradeStatus === CUpgradeControl.UPC_NetworkError
+                        || _rootControl._upgradeStatus === CUpgradeControl.UPC_Access
+                buttonText: _rootControl._btnText
+                onPressed: _rootControl._pressProgressButton()
+            }
         }
     }
 

@@ -18,7 +18,14 @@ Rectangle {
     property bool overlays: false
     property alias pages: menuTool
 
+    property bool _logoWanted: !collapsed
+
     signal toggleRequested()
+
+    onCollapsedChanged: {
+        if (!collapsed)
+            _logoWanted = true
+    }
 
     clip: true
     color: Format.withAlpha(GenToolbox.genPalette.leftPanelColor, overlays ? 1 : backgroundOpacity)
@@ -41,7 +48,8 @@ Rectangle {
             visible: !_root.collapsed
             width: _toggle._rightX - x - 8
             height: parent.height * 0.75
-            source: "qrc:/res/Quorvel.png"
+            // Kept once it was shown: most windows start with the list collapsed and stay so.
+            source: _root._logoWanted ? "qrc:/res/Quorvel.png" : ""
             // Twice what is shown, in device pixels.
             sourceSize.height: Math.round(height * 2 * Screen.devicePixelRatio)
             fillMode: Image.PreserveAspectFit

@@ -34,32 +34,40 @@ GenButton {
             NumberAnimation { duration: 140 }
         }
     }
-    Item {
+    // Only once the list was expanded: a window starts with it collapsed, and should start at once.
+    Loader {
         anchors { fill: parent; leftMargin: 18; rightMargin: 12 }
+        active: !_root.collapsed || opacity > 0
         opacity: _root.collapsed ? 0 : 1
         visible: opacity > 0
+        sourceComponent: Item {
+            GenColoredImage {
+                id: _icon
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: 24
+                height: 24
+                color: GenToolbox.genPalette.buttonText
+                source: _root.icon
+            }
+            Text {
+                anchors {
+                    left: _icon.right
+                    leftMargin: 12
+                    right: parent.right
+                    verticalCenter: parent.verticalCenter
+                }
+                // One title begins with a blank, which is part of its translation key only.
+                text: _root.title.trim()
+                color: GenToolbox.genPalette.buttonText
+                font.family: GenFontManager.mainFontFamily
+                font.pixelSize: 16
+                elide: Text.ElideRight
+            }
+        }
 
         Behavior on opacity {
             NumberAnimation { duration: 120 }
-        }
-
-        GenColoredImage {
-            id: _icon
-
-            anchors.verticalCenter: parent.verticalCenter
-            width: 24
-            height: 24
-            color: GenToolbox.genPalette.buttonText
-            source: _root.icon
-        }
-        Text {
-            anchors { left: _icon.right; leftMargin: 12; right: parent.right; verticalCenter: parent.verticalCenter }
-            // One title begins with a blank, which is part of its translation key only.
-            text: _root.title.trim()
-            color: GenToolbox.genPalette.buttonText
-            font.family: GenFontManager.mainFontFamily
-            font.pixelSize: 16
-            elide: Text.ElideRight
         }
     }
     Loader {
