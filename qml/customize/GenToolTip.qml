@@ -2,10 +2,17 @@
 import QtQuick 2.12
 import QtQuick.Controls 2.12
 
-/// A tool tip in the colours of the pages. Create it only while it is needed: a pop-up is not cheap.
+/// A tool tip in the colours of the pages, as its HoverTip says.
 ToolTip {
     id: _root
 
+    property Loader tip: null
+
+    parent: tip ? tip.target : null
+    x: parent && tip.beside ? parent.width + 8 : parent ? (parent.width - implicitWidth) / 2 : 0
+    y: parent && tip.beside ? (parent.height - implicitHeight) / 2 : -implicitHeight - 3
+    visible: tip !== null
+    text: tip ? tip.text : ""
     delay: 400
     padding: 8
     font.family: GenFontManager.mainFontFamily

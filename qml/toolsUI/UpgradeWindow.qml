@@ -6,8 +6,6 @@ import GenControl 1.0
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
-import "upgrade"
-
 /// The modal dialog of an application update: asks first, then shows the download. Covers the main window.
 Rectangle {
     id: _rootControl
@@ -34,9 +32,15 @@ Rectangle {
     /// Where the keyboard was when the dialog opened.
     property Item _focusBefore: null
     /// What the dialog shows. Made when it is first opened: most programs end without, and should start at once.
-    property DialogBox _box: null
+    property Item _box: null
 
     readonly property string _title: qsTr("Quorvel upgrade")
+    readonly property string _headline: _checking ? qsTr("Checking for updates, please wait...")
+        : _hasUpdate ? qsTr("A new software version has been detected. Do you want to upgrade now?")
+                     : qsTr("No update is available.")
+    readonly property string _ignoreText: qsTr("Ignore this version")
+    readonly property string _cancelText: qsTr("Cancel")
+    readonly property string _upgradeText: qsTr("Upgrade")
     readonly property int _questionView: 0
     readonly property int _progressView: 1
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
@@ -120,7 +124,7 @@ Rectangle {
 
     function saveIgnoreVersionState() {
         if (_latestVersionRaw.length > 0)
-            GenToolbox.genSettings.setValue("ignoredVersion", _box.question.ignored ? _latestVersionRaw.trim() : "",
+            GenToolbox.genSettings.setValue("ignoredVersion", _box.ignored ? _latestVersionRaw.trim() : "",
                                             "upgrade")
     }
 
@@ -132,13 +136,13 @@ Rectangle {
         _checking = checking
         _hasUpdate = hasUpdate
         if (!_box)
-            _box = _boxComponent.createObject(_rootControl)
+            _box = Qt.createComponent("upgrade/UpgradeBox.qml").createObject(_rootControl, { dialog: _rootControl })
         _box.recentre()
     }
 
     function _setIgnored(ignored) {
         _loadingIgnoreState = true
-        _box.question.ignored = ignored
+        _box.ignored = ignored
         _loadingIgnoreState = false
     }
 
@@ -206,61 +210,6 @@ Rectangle {
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         hoverEnabled: true
         onWheel: wheel.accepted = true
-    }
-
-    Component {
-        id: _boxComponent
-
-        DialogBox {
-            property alias question: _question
-
-            objectName: "box"
-            width: Math.min(_rootControl._dfw * 54, Screen.width)
-            height: Math.min(_rootControl._dfw * 27, Screen.height)
-            title: _rootControl._title
-            pointSize: _rootControl._pointSize
-
-            QuestionView {
-                id: _question
-
-                anchors.fill: parent
-                anchors.margins: 12
-                pointSize: _rootControl._pointSize
-                visible: _rootControl._status === _rootControl._questionView
-                focus: visible
-                headline: _rootControl._checking ? qsTr("Checking for updates, please wait...")
-                          : _rootControl._hasUpdate
-                            ? qsTr("A new software version has been detected. Do you want to upgrade now?")
-                            : qsTr("No update is available.")
-                details: _rootControl._details()
-                checking: _rootControl._checking
-                canUpgrade: _rootControl._hasUpdate && !_rootControl._checking
-                canIgnore: (!_rootControl._checking && _rootControl._hasUpdate)
-                           || (_rootControl._manualMode && _rootControl._latestVersionRaw.length > 0)
-                ignoreText: qsTr("Ignore this version")
-                cancelText: qsTr("Cancel")
-                upgradeText: qsTr("Upgrade")
-                onIgnoredChanged: {
-                    if (_rootControl.visible && !_rootControl._loadingIgnoreState)
-                        _rootControl.saveIgnoreVersionState()
-                }
-                onCanceled: _rootControl._cancelQuestion()
-                onAccepted: _rootControl._startUpgrade()
-            }
-            ProgressView {
-                anchors.fill: parent
-                anchors.margins: 16
-                pointSize: _rootControl._pointSize
-                visible: _rootControl._status === _rootControl._progressView
-                focus: visible
-                message: _rootControl._progressText()
-                progress: _rootControl._progress
-                failed: _rootControl._upgradeStatus === CUpgradeControl.UPC_NetworkError
-                        || _rootControl._upgradeStatus === CUpgradeControl.UPC_Access
-                buttonText: _rootControl._btnText
-                onPressed: _rootControl._pressProgressButton()
-            }
-        }
     }
 
     Connections {

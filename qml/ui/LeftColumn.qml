@@ -18,14 +18,7 @@ Rectangle {
     property bool overlays: false
     property alias pages: menuTool
 
-    property bool _logoWanted: !collapsed
-
     signal toggleRequested()
-
-    onCollapsedChanged: {
-        if (!collapsed)
-            _logoWanted = true
-    }
 
     clip: true
     color: Format.withAlpha(GenToolbox.genPalette.leftPanelColor, overlays ? 1 : backgroundOpacity)
@@ -48,8 +41,8 @@ Rectangle {
             visible: !_root.collapsed
             width: _toggle._rightX - x - 8
             height: parent.height * 0.75
-            // Kept once it was shown: most windows start with the list collapsed and stay so.
-            source: _root._logoWanted ? "qrc:/res/Quorvel.png" : ""
+            // Decoding it is a good part of a start, and most windows start with the list collapsed.
+            source: _root.collapsed ? "" : "qrc:/res/Quorvel.png"
             // Twice what is shown, in device pixels.
             sourceSize.height: Math.round(height * 2 * Screen.devicePixelRatio)
             fillMode: Image.PreserveAspectFit

@@ -70,14 +70,10 @@ GenButton {
             NumberAnimation { duration: 120 }
         }
     }
-    Loader {
-        active: _root.collapsed && _root.hovered
-        sourceComponent: GenToolTip {
-            parent: _root
-            x: parent.width + 8
-            y: (parent.height - height) / 2
-            visible: _root.hovered
-            text: _root.title.trim()
-        }
+    HoverTip {
+        target: _root
+        text: _root.title.trim()
+        shown: _root.collapsed && _root.hovered
+        beside: true
     }
 }

@@ -51,12 +51,9 @@ AbstractButton {
         }
     }
 
-    Loader {
-        active: _root.hovered && _root.tip.length > 0
-        sourceComponent: GenToolTip {
-            parent: _root
-            visible: _root.hovered
-            text: _root.tip
-        }
+    HoverTip {
+        target: _root
+        text: _root.tip
+        shown: _root.hovered
     }
 }
