@@ -6,7 +6,7 @@ import GenControl.ScreenTools 1.0
 import "../../customize"
 
 /// Recorded readings below a header, the newest first. The first column is as wide as a date and time,
-/// the others share the rest.
+/// the others share the rest: evenly, or where that is too narrow for a title, by the lengths of the titles.
 Rectangle {
     id: _root
 
@@ -25,8 +25,19 @@ Rectangle {
     signal menuRequested(int row, real x, real y)
     signal deleteRequested(int row)
 
-    readonly property real _firstWidth: Math.min(ScreenTools.defaultFontPixelWidth * 26, width * 0.3)
-    readonly property real _otherWidth: columns.length > 1 ? (width - 2 - _firstWidth) / (columns.length - 1) : 0
+    readonly property real _firstWidth: Math.max(Math.min(ScreenTools.defaultFontPixelWidth * 26, width * 0.3),
+                                                 Math.ceil(_date.advanceWidth) + 2 * _cellPadding)
+    readonly property real _restWidth: Math.max(0, width - 2 - _firstWidth)
+    readonly property real _pointSize: 10.5
+    readonly property real _cellPadding: 4
+    // Of the columns that share the rest, with their titles at full size.
+    readonly property var _titleWidths: columns.slice(1).map(function(column) {
+        return Math.ceil(_titleMetrics.advanceWidth(column.title)) + 2 * _cellPadding
+    })
+    readonly property real _titlesWidth: _titleWidths.reduce(function(sum, width) { return sum + width }, 0)
+    readonly property bool _even: Math.max.apply(null, _titleWidths) * _titleWidths.length <= _restWidth
+    // One size for all titles.
+    readonly property real _titleSize: Math.max(7.5, _pointSize * Math.min(1, _restWidth / Math.max(1, _titlesWidth)))
     readonly property real _rowHeight: Math.max(28, ScreenTools.defaultFontPixelHeight * 1.7)
 
     color: PageStyle.card
@@ -36,11 +47,16 @@ Rectangle {
     clip: true
 
     function columnX(column) {
-        return column === 0 ? 0 : _firstWidth + (column - 1) * _otherWidth
+        var x = 0
+        for (var i = 0; i < column; ++i)
+            x += columnWidth(i)
+        return x
     }
 
     function columnWidth(column) {
-        return column === 0 ? _firstWidth : _otherWidth
+        if (column === 0)
+            return _firstWidth
+        return _even ? _restWidth / _titleWidths.length : _restWidth * _titleWidths[column - 1] / _titlesWidth
     }
 
     // Below the selected row, as the keyboard has no place of its own.
@@ -50,6 +66,20 @@ Rectangle {
         menuRequested(currentIndex, _firstWidth / 2, item.mapToItem(_root, 0, item.height).y)
     }
 
+    TextMetrics {
+        id: _date
+
+        font.family: GenFontManager.mainFontFamily
+        font.pointSize: _root._pointSize
+        text: "0000-00-00 00:00:00"
+    }
+    FontMetrics {
+        id: _titleMetrics
+
+        font.family: GenFontManager.mainFontFamily
+        font.pointSize: _root._pointSize
+        font.bold: true
+    }
     Rectangle {
         id: _header
 
@@ -68,12 +98,8 @@ Rectangle {
                 text: modelData.title
                 color: PageStyle.titleText
                 font.family: GenFontManager.mainFontFamily
-                font.pointSize: 10.5
+                font.pointSize: _root._titleSize
                 font.bold: true
-                fontSizeMode: Text.HorizontalFit
-                minimumPointSize: 8
-                leftPadding: 5
-                rightPadding: 5
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
                 elide: Text.ElideRight
@@ -144,13 +170,13 @@ Rectangle {
                     x: _root.columnX(index)
                     width: _root.columnWidth(index)
                     height: _row.height
-                    leftPadding: 6
-                    rightPadding: 6
+                    leftPadding: _root._cellPadding
+                    rightPadding: _root._cellPadding
                     text: _row._cells[modelData.role]
                     textFormat: Text.PlainText
                     color: index === 0 ? PageStyle.dimText : PageStyle.valueText
                     font.family: GenFontManager.mainFontFamily
-                    font.pointSize: 10.5
+                    font.pointSize: _root._pointSize
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                     elide: Text.ElideRight
