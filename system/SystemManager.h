@@ -233,6 +233,8 @@ private:
     bool m_connectionCheckBusy = false;
     /// A device changed during the running check, which may have looked before the change.
     bool m_deviceChangedMeanwhile = false;
+    /// The last check found the controller being written and did not disturb it.
+    bool m_felNotAsked = false;
     QString m_serverHost = server::defaultServerAddress();
     qint32 m_docsPort = server::cDefaultDocsPort;
     qint32 m_apiPort = server::cDefaultApiPort;

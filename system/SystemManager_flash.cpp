@@ -216,6 +216,12 @@ void SystemManager::finishUpgrade(bool ok)
     m_upgradeWritten = false;
     m_upgradeActive = false;
     Q_EMIT upgradeFinished(ok);
+    // A controller that came while the tool was still there has not been asked since.
+    if (m_felNotAsked) {
+        m_felNotAsked = false;
+        m_deviceChangedMeanwhile = m_connectionCheckBusy;
+        requestConnectionStateRefresh(false);
+    }
 }
 
 bool SystemManager::waitProcessingEvents(int ms)

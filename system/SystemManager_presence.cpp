@@ -45,8 +45,8 @@ void SystemManager::requestConnectionStateRefresh(bool force)
     }
     m_connectionCheckBusy = true;
     // The controller talks to one program at a time: asking it now would disturb the one that writes.
-    const auto felWhileFlashing =
-        m_upgradeStage != flash::cIdle ? std::optional<bool>(m_felReady) : std::nullopt;
+    m_felNotAsked = m_upgradeStage != flash::cIdle;
+    const auto felWhileFlashing = m_felNotAsked ? std::optional<bool>(m_felReady) : std::nullopt;
     m_presenceCheck = QtConcurrent::run([this, force, felWhileFlashing] {
         const ConnectionCheckResult result = checkConnection(force, felWhileFlashing);
         QMetaObject::invokeMethod(
