@@ -33,8 +33,9 @@ Flickable {
     Accessible.role: Accessible.PageTabList
     Keys.onUpPressed: _step(-1)
     Keys.onDownPressed: _step(1)
+    onHeightChanged: _reveal(_repeater.itemAt(currentIndex))
 
-    // Selects a page; out of range nothing happens. Reports it unless emitSignal is false.
+    // Selects a page and scrolls to it; out of range nothing happens. Reports it unless emitSignal is false.
     function selectIndex(index, emitSignal) {
         if (!model || index < 0 || index >= _repeater.count)
             return
@@ -44,6 +45,7 @@ Flickable {
             if (button)
                 button.checked = i === index
         }
+        _reveal(_repeater.itemAt(index))
         if (emitSignal === false)
             return
         var page = model[index]
@@ -61,16 +63,16 @@ Flickable {
         if (index < 0 || index >= _repeater.count)
             return
         selectIndex(index, true)
-        var button = _repeater.itemAt(index)
-        button.forceActiveFocus(Qt.TabFocusReason)
-        _reveal(button)
+        _repeater.itemAt(index).forceActiveFocus(Qt.TabFocusReason)
     }
 
     // Scrolls so far that the whole button is seen.
     function _reveal(button) {
+        if (!button)
+            return
         var top = _column.y + button.y
-        contentY = Math.max(0, Math.min(top - _column.spacing, Math.max(contentY, top + button.height
-                                                                        + _column.spacing - height)))
+        var lowest = Math.min(top - _column.spacing, contentHeight - height)
+        contentY = Math.max(0, Math.min(lowest, Math.max(contentY, top + button.height + _column.spacing - height)))
     }
 
     Component.onCompleted: _reselectTimer.restart()

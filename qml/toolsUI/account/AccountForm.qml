@@ -14,8 +14,11 @@ Flickable {
 
     default property alias content: _content.data
 
-    readonly property real _margin: 20 * page.contentScale
-    readonly property real _widest: 520
+    /// So low that the form moves together to stay whole.
+    readonly property bool tight: height < 360
+    readonly property real _spacingScale: tight ? 0.5 : page.contentScale
+    readonly property real _margin: 20 * _spacingScale
+    readonly property real _widest: 540
 
     clip: true
     contentHeight: Math.max(height, _column.height + 2 * _margin)
@@ -29,7 +32,7 @@ Flickable {
         x: (_root.width - width) / 2
         y: Math.max(_root._margin, (_root.height - height) / 2)
         width: Math.min(_root._widest, _root.width - 2 * _root._margin)
-        spacing: 16 * _root.page.contentScale
+        spacing: 16 * _root._spacingScale
 
         Column {
             width: parent.width
@@ -59,7 +62,7 @@ Flickable {
             id: _content
 
             width: parent.width
-            spacing: 12 * _root.page.contentScale
+            spacing: 12 * _root._spacingScale
         }
     }
 }

@@ -81,7 +81,7 @@ AccountForm {
     }
     Row {
         anchors.horizontalCenter: parent.horizontalCenter
-        topPadding: 8
+        topPadding: _root.tight ? 0 : 8
 
         GenTextButton {
             objectName: "loginButton"

@@ -79,9 +79,11 @@ SettingsCard {
         id: _facts
 
         readonly property real _cellWidth: (width - columnSpacing * (columns - 1)) / columns
+        // Room for the longest value in one line beside its label.
+        readonly property real _narrowestCell: _root.page.labelWidth + 132
 
         width: parent.width
-        columns: width > 560 ? 2 : 1
+        columns: width >= 2 * _narrowestCell + columnSpacing ? 2 : 1
         columnSpacing: 24
         rowSpacing: 8
 

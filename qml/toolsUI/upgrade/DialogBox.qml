@@ -52,7 +52,7 @@ FocusScope {
         Text {
             id: _title
 
-            anchors { left: parent.left; leftMargin: 16; verticalCenter: parent.verticalCenter }
+            anchors { left: parent.left; leftMargin: 12; verticalCenter: parent.verticalCenter }
             text: _root.title
             color: GenToolbox.genPalette.text
             font.family: GenFontManager.mainFontFamily

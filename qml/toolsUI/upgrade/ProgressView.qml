@@ -40,7 +40,7 @@ FocusScope {
                 Accessible.name: text
             }
             Text {
-                visible: _root.progress > 0
+                visible: _root.progress > 0 && !_root.failed
                 text: Math.round(_root.progress) + "%"
                 color: GenToolbox.genPalette.text
                 font.family: GenFontManager.mainFontFamily
@@ -52,7 +52,9 @@ FocusScope {
             objectName: "downloadBar"
             Layout.fillWidth: true
             value: Math.max(0, _root.progress)
-            indeterminate: _root.progress < 0 && !_root.failed
+            // A file that arrived whole and was refused is no success.
+            visible: !_root.failed
+            indeterminate: _root.progress < 0
         }
         Item { Layout.fillHeight: true }
         GenTextButton {

@@ -43,7 +43,7 @@ DialogBox {
     }
     ProgressView {
         anchors.fill: parent
-        anchors.margins: 16
+        anchors.margins: 12
         pointSize: _root.pointSize
         visible: _root.dialog._status === _root.dialog._progressView
         focus: visible
