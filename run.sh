@@ -7,6 +7,8 @@
 #   ./run.sh                   the application; without a display, a picture of every page
 #   ./run.sh --virtual         the virtual instrument even if a real one is plugged in
 #   ./run.sh --scenario NAME   what the virtual instrument plays (bench, faults, tour, a file, ...)
+#   ./run.sh --scenario boot-mode   its controller in the boot mode, for a firmware upgrade; the flash tool
+#                              fails half-way with QUORVEL_FLASH_FAIL_AT=50 in front
 #   ./run.sh --tour            every page and dialog in both languages, in pictures; needs no display
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -68,7 +70,7 @@ while [ $# -gt 0 ]; do
         shift
         ;;
     -h | --help)
-        sed -n '4,10s/^# \{0,1\}//p' "$0"
+        sed -n '4,12s/^# \{0,1\}//p' "$0"
         exit 0
         ;;
     *)
