@@ -5,14 +5,20 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <algorithm>
-
 namespace jsonfile {
 
 QJsonDocument parse(const QByteArray& text, const Limits& limits)
 {
-    if (text.size() > limits.bytes || std::count(text.cbegin(), text.cend(), ',') > limits.elements ||
-        std::count(text.cbegin(), text.cend(), ':') > limits.members)
+    if (text.size() > limits.bytes)
+        return {};
+    // In one pass: a large text comes from memory each time.
+    int commas = 0;
+    int colons = 0;
+    for (const char character : text) {
+        commas += character == ',' ? 1 : 0;
+        colons += character == ':' ? 1 : 0;
+    }
+    if (commas > limits.elements || colons > limits.members)
         return {};
     return QJsonDocument::fromJson(text);
 }
