@@ -10,6 +10,11 @@
 
 namespace {
 
+double finiteOrZero(double value)
+{
+    return std::isfinite(value) ? value : 0.0;
+}
+
 void replacePoints(QObject* series, const QVector<qreal>& values, double firstX, double stepX, double lowest)
 {
     auto* xySeries = qobject_cast<QtCharts::QXYSeries*>(series);
@@ -18,7 +23,7 @@ void replacePoints(QObject* series, const QVector<qreal>& values, double firstX,
     QVector<QPointF> points;
     points.reserve(values.size());
     for (const qreal value : values)
-        points.append({firstX + points.size() * stepX, std::isfinite(value) ? std::max(value, lowest) : 0.0});
+        points.append({firstX + points.size() * stepX, std::max(finiteOrZero(value), lowest)});
     xySeries->replace(points);
 }
 
@@ -33,6 +38,19 @@ void ChartSeriesFiller::fillNonNegative(QObject* series, const QVector<qreal>& v
                                         double stepX) const
 {
     replacePoints(series, values, firstX, stepX, 0.0);
+}
+
+void ChartSeriesFiller::fillThinned(QObject* series, const QJSValue& values, int stride, double stepX) const
+{
+    auto* xySeries = qobject_cast<QtCharts::QXYSeries*>(series);
+    if (!xySeries || stride < 1)
+        return;
+    const quint32 length = values.property(QStringLiteral("length")).toUInt();
+    QVector<QPointF> points;
+    points.reserve(int(length / quint32(stride)) + 1);
+    for (quint32 i = 0; i < length; i += quint32(stride))
+        points.append({i * stepX, finiteOrZero(values.property(i).toNumber())});
+    xySeries->replace(points);
 }
 
 void ChartSeriesFiller::setRange(QObject* axis, double minimum, double maximum) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QJSValue>
 #include <QObject>
 #include <QVector>
 
@@ -25,6 +26,11 @@ public:
     /// The same with negative values shown as 0, for what cannot be negative.
     Q_INVOKABLE void fillNonNegative(QObject* series, const QVector<qreal>& values, double firstX,
                                      double stepX) const;
+
+    /// Replaces the points of \a series by every \a stride-th (1 or more) of the array \a values from the
+    /// first on, value i at x = i * \a stepX. Only these are taken out of the array. What is no finite number
+    /// becomes 0.
+    Q_INVOKABLE void fillThinned(QObject* series, const QJSValue& values, int stride, double stepX) const;
 
     /// Sets both ends of the value axis \a axis in one step.
     Q_INVOKABLE void setRange(QObject* axis, double minimum, double maximum) const;

@@ -13,6 +13,8 @@ Window {
     color: "black"
 
     ChartView {
+        id: _chart
+
         anchors.fill: parent
         antialiasing: true
         legend.visible: false
@@ -28,5 +30,12 @@ Window {
 
     function setSpan(points) {
         _x.max = points - 1
+    }
+
+    // Curves as thick and in the same area as on `chart`, so that as many pixels are painted.
+    function drawLike(chart) {
+        _chart.plotArea = chart.plotArea
+        _first.width = chart.series(0).width
+        _second.width = chart.series(1).width
     }
 }

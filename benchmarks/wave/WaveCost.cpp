@@ -77,6 +77,13 @@ public:
         m_window->hide();
     }
 
+    /// Draws its curves as thick as those of the page's \a chart, and in the same part of the window.
+    void drawLike(QQuickItem* chart)
+    {
+        QMetaObject::invokeMethod(m_window, "drawLike",
+                                  Q_ARG(QVariant, QVariant::fromValue<QObject*>(chart)));
+    }
+
     void show(bool shown) { m_window->setVisible(shown); }
 
     /// One replace for each series, by the curves that the page shows: every m_stride-th sample of them.
@@ -122,10 +129,9 @@ Comparison compareTicks(QQuickWindow* page, BareChart& bare, int intervalMs, clo
     return {medianOf(ours), medianOf(floor)};
 }
 
-QSize sizeOf(const QQuickWindow* window, const char* name)
+QSize sizeOf(const QQuickItem* item)
 {
-    const auto* item = window->findChild<QQuickItem*>(QString::fromLatin1(name));
-    return item ? QSizeF(item->width(), item->height()).toSize() : QSize();
+    return QSizeF(item->width(), item->height()).toSize();
 }
 
 } // namespace
@@ -147,9 +153,14 @@ int main(int argc, char** argv)
     secondsPerTick(10, cLiveIntervalMs, CLOCK_MONOTONIC, [] {});
     QMetaObject::invokeMethod(window, "record", Q_ARG(QVariant, cRecordedSamples - 500));
 
+    auto* panel = window->findChild<QQuickItem*>(QStringLiteral("waveChartPanel"));
+    auto* overviewChart = window->findChild<QQuickItem*>(QStringLiteral("overviewChart"));
+    if (!panel || !overviewChart)
+        return 1;
     BareChart full(engine, window->size(), 2, cViewSamples);
-    BareChart chart(engine, sizeOf(window, "waveChartPanel"), 3, cViewSamples);
-    BareChart strip(engine, sizeOf(window, "overviewChart"), 2, cOverviewPoints);
+    BareChart chart(engine, sizeOf(panel), 3, cViewSamples);
+    BareChart strip(engine, sizeOf(overviewChart), 2, cOverviewPoints);
+    strip.drawLike(overviewChart);
 
     // Live: the page's own timer ticks; a measurement arrives as often.
     const Comparison live = compareTicks(window, full, cLiveIntervalMs, CLOCK_PROCESS_CPUTIME_ID,

@@ -225,6 +225,17 @@ Item {
             compare(page._hoverSampleIndex, page._viewStartIndex)
         }
 
+        function test_overviewShowsEveryFewSamples() {
+            record(1001)
+            page._voltageSamples[4] = 3
+            page._voltageSamples[8] = NaN
+            page.rebuildPreviewSeries()
+            var series = findChild(page, "overviewChart").series(0)
+            compare(series.count, 251)
+            compare([series.at(0).y, series.at(1).y, series.at(2).y], [5, 3, 0])
+            fuzzyCompare(series.at(250).x, 80, 1e-9)
+        }
+
         function test_overviewCentresTheView() {
             record(1000)
             page.rebuildPreviewSeries()

@@ -19,10 +19,8 @@ WavePanel {
         var count = page._voltageSamples.length
         var stride = WaveView.previewStride(count, page._maxPreviewPoints)
         ChartSeriesFiller.setRange(_timeAxis, 0, WaveView.spanSec(count, page._sampleIntervalSec))
-        ChartSeriesFiller.fill(_voltageSeries, WaveView.thinned(page._voltageSamples, stride), 0,
-                               stride * page._sampleIntervalSec)
-        ChartSeriesFiller.fill(_currentSeries, WaveView.thinned(page._currentSamples, stride), 0,
-                               stride * page._sampleIntervalSec)
+        ChartSeriesFiller.fillThinned(_voltageSeries, page._voltageSamples, stride, page._sampleIntervalSec)
+        ChartSeriesFiller.fillThinned(_currentSeries, page._currentSamples, stride, page._sampleIntervalSec)
     }
 
     Item {

@@ -28,11 +28,12 @@ Item {
         model: _labels.ticks.length
 
         WaveText {
-            readonly property var _tick: _labels.ticks[index] || { "ratio": 0, "label": "" }
+            // A place that stays is not worked out anew with each text.
+            readonly property real _ratio: index < _labels.ticks.length ? _labels.ticks[index].ratio : 0
 
-            x: Math.round(Format.clamp(_labels.plotX + _tick.ratio * _labels.plotWidth - width / 2, 0,
+            x: Math.round(Format.clamp(_labels.plotX + _ratio * _labels.plotWidth - width / 2, 0,
                                        Math.max(0, _labels.width - width)))
-            text: _tick.label
+            text: index < _labels.ticks.length ? _labels.ticks[index].label : ""
             font: _metrics.font
         }
     }

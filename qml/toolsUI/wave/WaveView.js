@@ -134,14 +134,6 @@ function previewStride(sampleCount, maxPoints) {
     return Math.max(1, Math.ceil(sampleCount / maxPoints))
 }
 
-// Every stride-th of the samples, from the first on.
-function thinned(samples, stride) {
-    var result = []
-    for (var i = 0; i < samples.length; i += stride)
-        result.push(samples[i])
-    return result
-}
-
 // The sample at position x of an overview whose plot starts at plotX.
 function sampleAtPreview(x, plotX, plotWidth, sampleCount) {
     return Math.round(_fraction(x, plotX, plotWidth) * Math.max(0, sampleCount - 1))
