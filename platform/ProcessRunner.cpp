@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ProcessRunner.h"
 
+#include "platform/ChildProcess.h"
+
 #include <QDeadlineTimer>
-#include <QProcess>
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ platform::ProcessOutcome platform::runProcess(const ProcessRequest& request)
         outcome.end = End::Cancelled;
         return outcome;
     }
-    QProcess process;
+    ChildProcess process;
     process.start(request.program, request.arguments);
     if (!process.waitForStarted(request.startTimeoutMs)) {
         process.kill();

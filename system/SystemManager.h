@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/GenTool.h"
+#include "platform/ChildProcess.h"
 #include "settings/DailyLog.h"
 #include "settings/ServerAddress.h"
 #include "system/SystemServices.h"
@@ -11,7 +12,6 @@
 #include <QJsonObject>
 #include <QMap>
 #include <QPointer>
-#include <QProcess>
 #include <QStringList>
 
 #include <atomic>
@@ -205,7 +205,7 @@ private:
     /// Ends pool tasks and the processes that they wait for; the only member that they read.
     std::atomic_bool m_stopping{false};
 
-    QProcess m_flashProcess;
+    platform::ChildProcess m_flashProcess;
     qint32 m_upgradeStage = 0;
     /// From the acceptance of an upgrade to its end, downloads and pauses included.
     bool m_upgradeActive = false;

@@ -9,20 +9,6 @@
 #include <algorithm>
 #include <vector>
 
-#if defined(__SANITIZE_THREAD__)
-#include <sys/syscall.h>
-#include <unistd.h>
-
-/// A child process that finds no program to turn into leaves by this function, in front of which the thread
-/// sanitizer puts its own: that one waits for a lock which a thread of the parent may have held at the fork,
-/// so the child never ends. A child of a test has nothing to report: it leaves at once.
-extern "C" [[noreturn]] void _exit(int status)
-{
-    for (;;)
-        syscall(SYS_exit_group, status);
-}
-#endif
-
 namespace {
 
 /// Guards what follows: warnings come from any thread.
