@@ -128,6 +128,17 @@ Rectangle {
             _scroll.contentY = Math.min(_scroll.contentHeight, bottom) - _scroll.height
     }
 
+    // A line that appears above the control just used must not push it out of view. One that the user has
+    // scrolled away from stays away.
+    function _keepInView() {
+        var item = Window.window ? Window.window.activeFocusItem : null
+        if (!item)
+            return
+        var top = item.mapToItem(_scroll, 0, 0).y
+        if (top < _scroll.height && top + item.height > 0)
+            _reveal(item)
+    }
+
     Rectangle {
         id: _frame
 
@@ -157,6 +168,7 @@ Rectangle {
                 clip: true
                 contentHeight: _cards.height
                 boundsBehavior: Flickable.StopAtBounds
+                onContentHeightChanged: syssetRoot._keepInView()
                 ScrollBar.vertical: ScrollBar { policy: _scroll.contentHeight > _scroll.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
 
                 Item {

@@ -56,6 +56,10 @@ class FirmwareUpgradeTest(UpgradeTestCase):
         for name, address in FLASH_PLACES.items():
             image = server.get(f"/firmware/{FIRMWARE}/{name}")
             self.assertEqual(self.tool.content(address, len(image)), image, name)
+        # At once again: refused while the first one tidies up, or done.
+        app.click_item("Upgrade")
+        app.wait_item("Upgrade..., please wait.")
+        app.wait_item("Upgrade complete", timeout_s=UPGRADE_TIMEOUT_S)
 
     def test_a_broken_transfer_is_told(self):
         app = self.start_ready(self.serve(), SPEED=0, FAIL_AT=50, ADDRESS="0x6000")

@@ -215,6 +215,8 @@ SettingsCard {
         function onUpgradeFinished(ok) {
             if (!ok)
                 _root._setState("failed", "yellow")
+            else if (_root.progress === 100) // also after a press that came too early for another upgrade
+                _root._setState("complete", _root.page.okColor)
         }
         function onFelReadyChanged() {
             if (!_root._manager.felReady && _root.progress !== 0 && _root.progress !== 100)
