@@ -14,7 +14,7 @@ RadioButton {
 
     // All buttons of a row are of one size, so their texts are too.
     readonly property bool _narrow: width < 140
-    readonly property real _pointSize: _narrow ? 9.5 : Math.max(11, Math.min(16, height * 0.17, width * 0.075))
+    readonly property real _pointSize: _narrow ? Math.max(8.5, Math.min(9.5, width * 0.084)) : Math.max(11, Math.min(16, height * 0.17, width * 0.075))
     readonly property real _badgeSize: Math.round(_pointSize * 2)
 
     implicitHeight: 44
@@ -73,7 +73,7 @@ RadioButton {
             }
             Text {
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, _root.width - _root._badgeSize - 17)
+                width: Math.min(implicitWidth, _root.width - _root._badgeSize - 14)
                 text: _root.text
                 color: _root.active ? PageStyle.textOnAccent : PageStyle.titleText
                 font.family: GenFontManager.mainFontFamily
