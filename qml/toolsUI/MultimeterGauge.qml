@@ -16,6 +16,8 @@ MeasurementPage {
     id: multimeterRoot
 
     property int _selectedGaugeMode: Modes.none
+    // The buzzer was chosen here, and no reading has shown yet that the instrument follows.
+    property bool _buzzerRequested: false
     property bool _historyTableVisible: GenToolbox.genSettings.bValue("historyTableVisible", true, "multimeterGauge")
     property int _contextMenuRow: -1
     property real _contextMenuX: 0
@@ -70,11 +72,17 @@ MeasurementPage {
         if (layer1 === Modes.layerNotGiven)
             return
         _selectedGaugeMode = mode
+        _buzzerRequested = mode === Modes.buzzer
         GenToolbox.hidLink.sendUiControlPacket(Modes.screen, layer1, 255, 255, 1)
     }
 
     function applyMeasuredMode(mode) {
-        _selectedGaugeMode = Modes.modeAfterReading(_selectedGaugeMode, mode)
+        // A reading of the former function may come after the click and take the choice with it.
+        if (mode === Modes.diode && _buzzerRequested)
+            _selectedGaugeMode = Modes.buzzer
+        else
+            _selectedGaugeMode = Modes.modeAfterReading(_selectedGaugeMode, mode)
+        _buzzerRequested = _buzzerRequested && mode !== Modes.diode
     }
 
     function reloadHistory() {
@@ -126,7 +134,10 @@ MeasurementPage {
         _measuredMode = link.multimeterMode
     }
 
-    onConnectedChanged: _gate.flush()
+    onConnectedChanged: {
+        _buzzerRequested = false
+        _gate.flush()
+    }
     onWidthChanged: hideContextMenu()
     onHeightChanged: hideContextMenu()
 
@@ -256,8 +267,10 @@ MeasurementPage {
         function onMultimeterCurrentTableChanged() { multimeterRoot.reloadHistory() }
         function onUiControlRequested(direction, layer0, layer1, layer2, layer3) {
             var mode = Modes.modeOfLayers(layer0, layer1)
-            if (mode !== Modes.none)
-                multimeterRoot._selectedGaugeMode = mode
+            if (mode === Modes.none)
+                return
+            multimeterRoot._selectedGaugeMode = mode
+            multimeterRoot._buzzerRequested = false
         }
     }
 

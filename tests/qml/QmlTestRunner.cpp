@@ -38,8 +38,8 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine* engine)
     {
         m_app.prepareEngine(*engine);
-        engine->rootContext()->setContextProperty(QStringLiteral("TestCursor"), &m_cursor);
-        engine->rootContext()->setContextProperty(QStringLiteral("TestInstrument"), &m_instrument);
+        engine->rootContext()->setContextProperty("TestCursor", &m_cursor);
+        engine->rootContext()->setContextProperty("TestInstrument", &m_instrument);
         connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError>& errors) {
             for (const QQmlError& error : errors)
                 m_warnings.append(error.toString());

@@ -51,7 +51,9 @@ class MultimeterTest(case.SharedApplicationTestCase):
             wait_for(lambda number=number: self.instrument.status()["function"] == str(number),
                      f"the instrument measures {function}")
             self.assertEqual(self.instrument.screen_requests()[-1], (1, 4, number, 255, 255))
-            self.assertEqual(self.checked_functions(), [function])
+            # A reading of the former function that was under way shows that one until the next.
+            wait_for(lambda function=function: self.checked_functions() == [function],
+                     lambda: f"only {function} is checked: {self.checked_functions()}")
 
     def test_the_page_follows_the_instrument(self):
         self.instrument.do("reading auto")
