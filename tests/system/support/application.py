@@ -9,7 +9,7 @@ import signal
 import subprocess
 
 from .accessibility import snapshot
-from .desktop import stop_process
+from .desktop import Managed, stop_process
 from .instrument import Instrument
 from .waiting import wait_for
 
@@ -60,8 +60,8 @@ class Home:
         self.settings_file.write_text("\n".join(lines) + "\n", encoding="utf-8")
 
 
-class Application:
-    """One run of the program; a context manager that leaves nothing behind."""
+class Application(Managed):
+    """One run of the program, which leaves nothing behind."""
 
     def __init__(self, desktop, home, build, scenario="bench", env=None, commands=()):
         self.desktop = desktop
@@ -74,17 +74,6 @@ class Application:
         self._env = env or {}
         self._commands = commands
         self._console = home.path / "console.txt"
-
-    def __enter__(self):
-        try:
-            self.start()
-        except BaseException:
-            self.stop()
-            raise
-        return self
-
-    def __exit__(self, *_):
-        self.stop()
 
     def environment(self):
         return {**self.desktop.env, **self.home.environment(), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",

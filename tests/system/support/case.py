@@ -71,7 +71,7 @@ class SystemTestCase(unittest.TestCase):
             raise unittest.SkipTest(f"not installed: {', '.join(missing)}")
         cls.desktop = Desktop(cls.screen_size)
         cls.addClassCleanup(cls.desktop.stop)
-        cls.desktop.__enter__()
+        cls.desktop.start()
 
     @staticmethod
     def make_home(owner):

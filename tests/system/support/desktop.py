@@ -34,18 +34,12 @@ def stop_process(process):
         process.wait()
 
 
-class Desktop:
-    """Xvfb, openbox and a session bus; a context manager."""
-
-    def __init__(self, size=(1920, 1080)):
-        self.size = size
-        self.env = dict(os.environ)
-        self.accessibility = None
-        self._processes = []
+class Managed:
+    """What start() starts and stop() ends, for a with statement."""
 
     def __enter__(self):
         try:
-            self._start()
+            self.start()
         except BaseException:
             self.stop()
             raise
@@ -54,7 +48,17 @@ class Desktop:
     def __exit__(self, *_):
         self.stop()
 
-    def _start(self):
+
+class Desktop(Managed):
+    """Xvfb, openbox and a session bus."""
+
+    def __init__(self, size=(1920, 1080)):
+        self.size = size
+        self.env = dict(os.environ)
+        self.accessibility = None
+        self._processes = []
+
+    def start(self):
         number = self._start_reporting(["Xvfb", "-displayfd", "{fd}", "-nolisten", "tcp", "-noreset",
                                         "-screen", "0", f"{self.size[0]}x{self.size[1]}x24"])
         self.env["DISPLAY"] = f":{number}"
