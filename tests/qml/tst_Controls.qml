@@ -117,13 +117,6 @@ Item {
             compare(_button._highlighted, true)
         }
 
-        function test_buttonSizes() {
-            compare(_button.implicitWidth, 120)
-            compare(_button.implicitHeight, 40)
-            compare(_textButton.implicitWidth, 120)
-            compare(_textButton.implicitHeight, 40)
-        }
-
         function test_comboboxShowsEntriesAndRoles() {
             compare(_combobox.displayText, "one")
             mouseClick(_combobox)

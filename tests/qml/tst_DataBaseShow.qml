@@ -14,11 +14,8 @@ Item {
     ListModel { id: _model }
     SignalSpy { id: _resets; target: _model; signalName: "modelReset" }
 
-    TestCase {
+    PageTestCase {
         name: "DataBaseShow"
-        when: windowShown
-
-        property var _page: null
 
         function entries(ids) {
             return ids.split("").map(function(id) { return { id: id, dateTime: "t" + id, VoltageValue: id + "V" } })
@@ -31,26 +28,17 @@ Item {
             return texts
         }
 
-        function cleanup() {
-            if (_page)
-                _page.destroy()
-            _page = null
-            GenToolbox.genSettings.setValue("saveMultimeterHistoryToFile", false, "sysSettings")
-            TestInstrument.unplug()
-        }
-
         function test_persistentHistoryIsShown() {
             GenToolbox.genSettings.setValue("saveMultimeterHistoryToFile", true, "sysSettings")
             TestInstrument.plugIn()
             TestInstrument.read(2, "4.7kOhm", 5)
-            var component = Qt.createComponent("qrc:/qml/toolsUI/DataBaseShow.qml")
-            compare(component.status, Component.Ready, component.errorString())
-            _page = component.createObject(_root, { width: _root.width, height: _root.height })
-            compare(_page._shownIds.length, 1)
+            openPage("DataBaseShow.qml")
+            compare(page._shownIds.length, 1)
             TestInstrument.read(3, "220nF", 5)
-            compare(_page._shownIds.length, 2)
+            compare(page._shownIds.length, 2)
             GenToolbox.hidLink.clearMultimeterHistory()
-            compare(_page._shownIds.length, 0)
+            GenToolbox.genSettings.setValue("saveMultimeterHistoryToFile", false, "sysSettings")
+            compare(page._shownIds.length, 0)
         }
 
         function test_modelFollowsTheList_data() {

@@ -42,18 +42,10 @@ TestCase {
         compare(labels.join(" "), data.labels)
     }
 
-    function test_arc_data() {
-        return [
-            { tag: "rest", value: 0, angle: 1.09 * Math.PI },
-            { tag: "below", value: -3, angle: 1.09 * Math.PI },
-            { tag: "middle", value: 3, angle: 1.5 * Math.PI },
-            { tag: "full", value: 6, angle: 1.91 * Math.PI },
-            { tag: "over range", value: 7.5, angle: 1.91 * Math.PI }
-        ]
-    }
-
-    function test_arc(data) {
-        fuzzyCompare(Scale.angleOfRatio(Scale.ratio(data.value, 6)), data.angle, 1e-9)
+    function test_arc() {
+        [[0, 1.09], [-3, 1.09], [3, 1.5], [6, 1.91], [7.5, 1.91]].forEach(function(pair) {
+            fuzzyCompare(Scale.angleOfRatio(Scale.ratio(pair[0], 6)), pair[1] * Math.PI, 1e-9)
+        })
     }
 
     function test_ticks() {
@@ -88,16 +80,9 @@ TestCase {
         verify(dial.centerX - dial.radius - 38 * dial.unit >= dial.x)
     }
 
-    function test_readout_data() {
-        return [
-            { tag: "milliamperes", current: 0.3, range: 0.3, text: "300.0 mA" },
-            { tag: "amperes", current: 0.31, range: 2.4, text: "0.310 A" },
-            { tag: "no number", current: NaN, range: 8, text: "-- A" },
-            { tag: "endless", current: Infinity, range: 0.3, text: "-- mA" }
-        ]
-    }
-
-    function test_readout(data) {
-        compare(Scale.displayValue(data.current, data.range) + " " + Scale.displayUnit(data.range), data.text)
+    function test_readout() {
+        [[0.3, 0.3, "300.0 mA"], [0.31, 2.4, "0.310 A"], [NaN, 8, "-- A"], [Infinity, 0.3, "-- mA"]].forEach(function(row) {
+            compare(Scale.displayValue(row[0], row[1]) + " " + Scale.displayUnit(row[1]), row[2])
+        })
     }
 }

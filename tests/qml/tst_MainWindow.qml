@@ -5,9 +5,7 @@ import QtTest 1.12
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
-TestCase {
-    id: _testCase
-
+PageTestCase {
     name: "MainWindow"
 
     property var _window: null
@@ -48,19 +46,8 @@ TestCase {
     }
 
     // The page stack and the page column, found by what only they have.
-    function find(item, property) {
-        if (item[property] !== undefined)
-            return item
-        for (var i = 0; i < item.children.length; ++i) {
-            var found = find(item.children[i], property)
-            if (found)
-                return found
-        }
-        return null
-    }
-
-    function stack() { return find(_window.contentItem, "currentPage") }
-    function column() { return find(_window.contentItem, "collapsedButtonHeight") }
+    function stack() { return having(_window.contentItem, "currentPage") }
+    function column() { return having(_window.contentItem, "collapsedButtonHeight") }
 
     function test_startAsksForTheFirstScreenOnce() {
         compare(_sendAttempts.count, 1)
@@ -72,30 +59,20 @@ TestCase {
     function test_pagesAndScreens_data() {
         return [
             { tag: "gauge", page: 0, screen: 1 }, { tag: "wave", page: 1, screen: 3 },
-            { tag: "multimeter", page: 2, screen: 4 }, { tag: "charge", page: 3, screen: 2 }
+            { tag: "multimeter", page: 2, screen: 4 }, { tag: "charge", page: 3, screen: 2 },
+            { tag: "user settings", page: 4, screen: 255 }, { tag: "system settings", page: 5, screen: 255 },
+            { tag: "no page", page: -1, screen: 255 }, { tag: "no screen", page: -1, screen: 0 },
+            { tag: "unknown screen", page: -1, screen: 5 }
         ]
     }
 
     function test_pagesAndScreens(data) {
-        compare(_window.hid10Layer0ForPageIndex(data.page), data.screen)
-        compare(_window.pageIndexForHid10Layer0(data.screen), data.page)
-    }
-
-    function test_noScreen_data() {
-        return [{ tag: "user settings", page: 4 }, { tag: "system settings", page: 5 }, { tag: "none", page: -1 }]
-    }
-
-    function test_noScreen(data) {
-        compare(_window.hid10Layer0ForPageIndex(data.page), 255)
+        var screen = data.page < 0 ? 255 : data.screen
+        compare(_window.hid10Layer0ForPageIndex(data.page), screen)
+        compare(_window.pageIndexForHid10Layer0(data.screen), data.screen === 255 ? -1 : data.page)
         _sendAttempts.clear()
         _window.syncLowerUiForCurrentPage(data.page)
-        compare(_sendAttempts.count, 0)
-    }
-
-    function test_unknownScreensHaveNoPage() {
-        compare(_window.pageIndexForHid10Layer0(0), -1)
-        compare(_window.pageIndexForHid10Layer0(5), -1)
-        compare(_window.pageIndexForHid10Layer0(255), -1)
+        compare(_sendAttempts.count, screen === 255 ? 0 : 1)
     }
 
     function test_instrumentTurnsThePageWithoutEcho() {
@@ -107,12 +84,9 @@ TestCase {
         compare(_window._suppressUiControlSync, false)
     }
 
-    function test_otherPacketsAreIgnored_data() {
-        return [{ tag: "from the host", direction: 1, screen: 4 }, { tag: "no such screen", direction: 2, screen: 5 }]
-    }
-
-    function test_otherPacketsAreIgnored(data) {
-        _link.uiControlRequested(data.direction, data.screen, 255, 255, 255)
+    function test_otherPacketsAreIgnored() {
+        _link.uiControlRequested(1, 4, 255, 255, 255)
+        _link.uiControlRequested(2, 5, 255, 255, 255)
         compare(stack().currentIndex, 0)
         compare(column().currentIndex, 0)
     }
@@ -154,21 +128,6 @@ TestCase {
         compare(page.resizingWindow, true)
         _window.endResize()
         compare(page.resizingWindow, false)
-    }
-
-    function test_changingTheLanguageKeepsThePage() {
-        tryVerify(function() { return loadedPages() === 1 })
-        column().selectIndex(2, true)
-        tryVerify(function() { return stack().children[2].item !== null })
-        var page = stack().children[2].item
-        var other = GenApp.currentLanguage === 0 ? 1 : 0
-        GenApp.setLanguage(other)
-        compare(GenApp.currentLanguage, other)
-        wait(0)
-        verify(stack().children[2].item === page)
-        compare(stack().currentIndex, 2)
-        compare(column().currentIndex, 2)
-        GenApp.setLanguage(1 - other)
     }
 
     function test_geometryIsRestored() {
@@ -239,7 +198,7 @@ TestCase {
 
     function test_expandedColumnLeavesThePageItsRoom(data) {
         ScreenTools.setWindowGeometryForWindow(_window, 0, 0, _window.minimumWidth + data.extra, _window.minimumHeight)
-        tryCompare(find(_window.contentItem, "menuOverlays"), "menuOverlays", data.overlays)
+        tryCompare(having(_window.contentItem, "menuOverlays"), "menuOverlays", data.overlays)
         tryVerify(function() { return stack().width > 0 })
         var before = stack().width
         _window.leftMenuCollapsed = false

@@ -7,50 +7,22 @@ import GenToolbox 1.0
 Item {
     id: _root
 
-    property var _page: null
-
     width: 1000
     height: 640
 
-    TestCase {
+    PageTestCase {
         name: "MultimeterGauge"
-        when: windowShown
 
         readonly property var _link: GenToolbox.hidLink
 
-        function openPage() {
-            var component = Qt.createComponent("qrc:/qml/toolsUI/MultimeterGauge.qml")
-            compare(component.status, Component.Ready, component.errorString())
-            _root._page = component.createObject(_root, { width: _root.width, height: _root.height })
-            waitForRendering(_root._page)
+        function open() {
+            openPage("MultimeterGauge.qml")
+            waitForRendering(page)
         }
 
-        function find(item, matches) {
-            if (matches(item))
-                return item
-            for (var i = 0; i < item.children.length; ++i) {
-                var found = find(item.children[i], matches)
-                if (found)
-                    return found
-            }
-            return null
-        }
-
-        function button(text) {
-            return find(_root._page, function(item) { return item.text === text && item.clicked !== undefined })
-        }
-
-        function table() {
-            return find(_root._page, function(item) { return item.menuRequested !== undefined })
-        }
-
-        function menu() {
-            return find(_root._page, function(item) { return item.dismissed !== undefined })
-        }
-
-        function readingPanel() {
-            return find(_root._page, function(item) { return item.heading !== undefined })
-        }
+        function table() { return having(page, "menuRequested") }
+        function menu() { return having(page, "dismissed") }
+        function readingPanel() { return having(page, "heading") }
 
         function rowTexts() {
             return _link.multimeterCurrentTable.map(function(row) { return row.ResistanceValue }).join(" ")
@@ -65,21 +37,9 @@ Item {
             mouseClick(item, 40, item.height / 2, Qt.RightButton)
         }
 
-        function initTestCase() {
-            GenApp.setLanguage(1)
-        }
-
         function init() {
             GenToolbox.genSettings.setValue("historyTableVisible", true, "multimeterGauge")
             TestInstrument.plugIn()
-        }
-
-        function cleanup() {
-            if (_root._page)
-                _root._page.destroy()
-            _root._page = null
-            TestInstrument.unplug()
-            wait(0)
         }
 
         function test_functionButtonsAskTheInstrument_data() {
@@ -90,7 +50,7 @@ Item {
         }
 
         function test_functionButtonsAskTheInstrument(data) {
-            openPage()
+            open()
             // The second click changes nothing.
             for (var i = 0; i < 2; ++i) {
                 mouseClick(button(data.tag))
@@ -102,14 +62,14 @@ Item {
         }
 
         function test_functionByKeyboard() {
-            openPage()
+            open()
             button("Diode").forceActiveFocus(Qt.TabFocusReason)
             keyClick(Qt.Key_Return)
             compare(TestInstrument.lastRequest()[3], 3)
         }
 
         function test_followsTheInstrument() {
-            openPage()
+            open()
             compare(readingPanel().heading, "Disable")
             TestInstrument.read(3, "1.5nF")
             compare(readingPanel().heading, "Capacitance Gear")
@@ -127,7 +87,7 @@ Item {
         }
 
         function test_buzzerStaysLit(data) {
-            openPage()
+            open()
             TestInstrument.read(1, "1.000V")
             mouseClick(button("Buzzer"))
             TestInstrument.read(1, "1.000V", data.late)
@@ -149,7 +109,7 @@ Item {
         }
 
         function test_readingIsSplit(data) {
-            openPage()
+            open()
             TestInstrument.read(2, data.text)
             tryCompare(readingPanel(), "value", data.value)
             tryCompare(readingPanel(), "unit", data.unit)
@@ -160,22 +120,22 @@ Item {
         }
 
         function test_deleteByMenu() {
-            openPage()
+            open()
             record("1.0kOhm 2.0kOhm 3.0kOhm")
             tryCompare(table().listView, "count", 3)
             tryVerify(function() { return table().listView.itemAtIndex(1) !== null })
             rightClickRow(1)
-            compare(_root._page._contextMenuVisible, true)
-            compare(_root._page._contextMenuRow, 1)
+            compare(page._contextMenuVisible, true)
+            compare(page._contextMenuRow, 1)
             mouseClick(menu())
             compare(rowTexts(), "3.0kΩ 1.0kΩ")
-            compare(_root._page._contextMenuVisible, false)
-            compare(_root._page._contextMenuRow, -1)
+            compare(page._contextMenuVisible, false)
+            compare(page._contextMenuRow, -1)
         }
 
         // A reading that arrives above the row does not change what the open menu deletes.
         function test_menuStaysWithItsRow() {
-            openPage()
+            open()
             record("1.0kOhm 2.0kOhm")
             tryVerify(function() { return table().listView.itemAtIndex(1) !== null })
             rightClickRow(1)
@@ -184,11 +144,11 @@ Item {
             compare(rowTexts(), "3.0kΩ 2.0kΩ")
             rightClickRow(0)
             _link.clearMultimeterCurrentTable()
-            compare(_root._page._contextMenuVisible, false)
+            compare(page._contextMenuVisible, false)
         }
 
         function test_deleteByKeyboard() {
-            openPage()
+            open()
             record("1.0kOhm 2.0kOhm 3.0kOhm")
             tryCompare(table().listView, "count", 3)
             table().listView.forceActiveFocus()
@@ -196,9 +156,9 @@ Item {
             keyClick(Qt.Key_Delete)
             compare(rowTexts(), "3.0kΩ 1.0kΩ")
             keyClick(Qt.Key_Menu)
-            compare(_root._page._contextMenuVisible, true)
+            compare(page._contextMenuVisible, true)
             keyClick(Qt.Key_Escape)
-            compare(_root._page._contextMenuVisible, false)
+            compare(page._contextMenuVisible, false)
             compare(rowTexts(), "3.0kΩ 1.0kΩ")
             keyClick(Qt.Key_F10, Qt.ShiftModifier)
             keyClick(Qt.Key_Return)
@@ -213,43 +173,43 @@ Item {
         }
 
         function test_menuStaysInThePage(data) {
-            openPage()
-            _root._page.showTableContextMenu(-1, data.x, data.y)
-            compare(_root._page._contextMenuVisible, false)
-            _root._page.showTableContextMenu(0, data.x, data.y)
-            verify(menu().x >= 8 && menu().x + menu().width <= _root._page.width - 8)
-            verify(menu().y >= 8 && menu().y + menu().height <= _root._page.height - 8)
+            open()
+            page.showTableContextMenu(-1, data.x, data.y)
+            compare(page._contextMenuVisible, false)
+            page.showTableContextMenu(0, data.x, data.y)
+            verify(menu().x >= 8 && menu().x + menu().width <= page.width - 8)
+            verify(menu().y >= 8 && menu().y + menu().height <= page.height - 8)
             if (data.tag === "inside")
                 compare([menu().x, menu().y], [data.x, data.y])
-            mouseClick(_root._page, data.tag === "upper left" ? 900 : 20, 300)
-            compare(_root._page._contextMenuVisible, false)
+            mouseClick(page, data.tag === "upper left" ? 900 : 20, 300)
+            compare(page._contextMenuVisible, false)
         }
 
         function test_tableVisibilityIsKept() {
-            openPage()
-            compare(table().height, _root._page.historyTableExpandedHeight)
+            open()
+            compare(table().height, page.historyTableExpandedHeight)
             mouseClick(button("Hide Records"))
             tryCompare(table(), "visible", false)
             compare(GenToolbox.genSettings.bValue("historyTableVisible", true, "multimeterGauge"), false)
-            _root._page.destroy()
-            openPage()
-            compare(_root._page._historyTableVisible, false)
-            fuzzyCompare(readingPanel().height, _root._page.height * 0.52, 1)
+            page.destroy()
+            open()
+            compare(page._historyTableVisible, false)
+            fuzzyCompare(readingPanel().height, page.height * 0.52, 1)
             mouseClick(button("Show Records"))
             tryCompare(table(), "opacity", 1)
-            tryVerify(function() { return Math.abs(readingPanel().height - _root._page.height * 0.32) < 1 })
+            tryVerify(function() { return Math.abs(readingPanel().height - page.height * 0.32) < 1 })
         }
 
         // As high as the window's minimum leaves it.
         function test_lowPageShowsTheWholeTable() {
-            openPage()
-            _root._page.height = 45 * ScreenTools.defaultFontPixelWidth
-            tryVerify(function() { return table().height === _root._page.historyTableExpandedHeight })
-            tryVerify(function() { return table().y + table().height <= _root._page.height - 2 * table().parent.y })
+            open()
+            page.height = 45 * ScreenTools.defaultFontPixelWidth
+            tryVerify(function() { return table().height === page.historyTableExpandedHeight })
+            tryVerify(function() { return table().y + table().height <= page.height - 2 * table().parent.y })
         }
 
         function test_clear() {
-            openPage()
+            open()
             record("1.0kOhm 2.0kOhm")
             mouseClick(button("Clear"))
             compare(table().listView.count, 0)

@@ -73,14 +73,14 @@ Item {
             compare(_byIndex.count, 0)
         }
 
-        function test_outOfRangeChangesNothing_data() {
-            return [{ tag: "below", index: -1 }, { tag: "above", index: 3 }]
-        }
-
-        function test_outOfRangeChangesNothing(data) {
+        function test_outOfRangeChangesNothing() {
             _column.selectIndex(1, false)
-            _column.selectIndex(data.index, true)
+            _column.selectIndex(-1, true)
+            _column.selectIndex(3, true)
             compare(_column.currentIndex, 1)
+            _column.model = []
+            _column.init(true)
+            _column.selectIndex(0, true)
             compare(_byIndex.count, 0)
         }
 
@@ -90,13 +90,6 @@ Item {
             compare(_byIndex.signalArguments[0][0], 0)
             _column.init(false)
             compare(_byIndex.count, 1)
-        }
-
-        function test_noPages() {
-            _column.model = []
-            _column.init(true)
-            _column.selectIndex(0, true)
-            compare(_byIndex.count, 0)
         }
 
         function test_newPagesKeepTheSelection() {

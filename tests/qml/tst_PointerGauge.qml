@@ -6,20 +6,11 @@ import GenToolbox 1.0
 Item {
     id: _root
 
-    property var _page: null
-
     width: 1100
     height: 640
 
-    TestCase {
+    PageTestCase {
         name: "PointerGauge"
-        when: windowShown
-
-        function openPage() {
-            var component = Qt.createComponent("qrc:/qml/toolsUI/PointerGauge.qml")
-            compare(component.status, Component.Ready, component.errorString())
-            _root._page = component.createObject(_root, { width: _root.width, height: _root.height })
-        }
 
         function storeRange(index) {
             GenToolbox.genSettings.setValue("currentRangeIndex", index, "pointerGauge")
@@ -29,44 +20,17 @@ Item {
             return GenToolbox.genSettings.iValue("currentRangeIndex", -1, "pointerGauge")
         }
 
-        function find(item, matches) {
-            if (matches(item))
-                return item
-            for (var i = 0; i < item.children.length; ++i) {
-                var found = find(item.children[i], matches)
-                if (found)
-                    return found
-            }
-            return null
-        }
-
         function dial() {
-            return find(_root._page, function(item) { return item.repaintCount !== undefined && item.needleAngle !== undefined })
-        }
-
-        function button(text) {
-            return find(_root._page, function(item) { return item.text === text && item.clicked !== undefined })
+            return find(page, function(item) { return item.repaintCount !== undefined && item.needleAngle !== undefined })
         }
 
         function cardValues() {
-            return _root._page._cards.map(function(card) { return card.value }).join("|")
-        }
-
-        function initTestCase() {
-            GenApp.setLanguage(1)
+            return page._cards.map(function(card) { return card.value }).join("|")
         }
 
         function init() {
             storeRange(4)
             TestInstrument.plugIn()
-        }
-
-        function cleanup() {
-            if (_root._page)
-                _root._page.destroy()
-            _root._page = null
-            TestInstrument.unplug()
-            wait(0)
         }
 
         function test_storedRangeIsClamped_data() {
@@ -78,95 +42,95 @@ Item {
 
         function test_storedRangeIsClamped(data) {
             storeRange(data.stored)
-            openPage()
-            compare(_root._page._rangeIndex, data.restored)
+            openPage("PointerGauge.qml")
+            compare(page._rangeIndex, data.restored)
         }
 
         function test_chosenRangeIsStoredAndStays() {
-            openPage()
+            openPage("PointerGauge.qml")
             wait(0)
             mouseClick(button("6.0A"))
-            compare(_root._page._displayRangeMax, 6)
+            compare(page._displayRangeMax, 6)
             compare(storedRange(), 2)
             button("300mA").forceActiveFocus()
             keyClick(Qt.Key_Return)
-            compare(_root._page._displayRangeMax, 0.3)
+            compare(page._displayRangeMax, 0.3)
             compare(storedRange(), 0)
             compare(TestInstrument.lastRequest().length, 0)
         }
 
         function test_values() {
-            openPage()
+            openPage("PointerGauge.qml")
             TestInstrument.measure({ mainInputVoltage: 5.0625, mainOutputCurrent: 1.25, mainMah: 10.5, mainTimeSec: 3725.9 })
             tryVerify(function() { return cardValues() === "5.063 V|1.250 A|01:02:05|10.500 mAh" })
-            compare(_root._page._displayRangeMax, 2.4)
-            tryVerify(function() { return _root._page.gaugeDisplayValue() === "1.250" })
-            compare(_root._page.gaugeDisplayUnit(), "A")
+            compare(page._displayRangeMax, 2.4)
+            tryVerify(function() { return page.gaugeDisplayValue() === "1.250" })
+            compare(page.gaugeDisplayUnit(), "A")
         }
 
         function test_milliamperesUpToTheEndOfTheScale() {
-            openPage()
+            openPage("PointerGauge.qml")
             TestInstrument.measure({ mainOutputCurrent: 0.25 })
-            tryVerify(function() { return _root._page.gaugeDisplayValue() === "250.0" })
-            compare(_root._page.gaugeDisplayUnit(), "mA")
+            tryVerify(function() { return page.gaugeDisplayValue() === "250.0" })
+            compare(page.gaugeDisplayUnit(), "mA")
         }
 
         function test_openedPageShowsTheValueAtOnce() {
             TestInstrument.measure({ mainOutputCurrent: 2 })
-            openPage()
-            compare(_root._page._needleCurrent, 2)
-            compare(_root._page._glowCurrent, 2)
-            compare(_root._page.gaugeDisplayValue(), "2.000")
+            openPage("PointerGauge.qml")
+            compare(page._needleCurrent, 2)
+            compare(page._glowCurrent, 2)
+            compare(page.gaugeDisplayValue(), "2.000")
         }
 
         function test_disconnectedShowsNoValue() {
-            openPage()
+            openPage("PointerGauge.qml")
             TestInstrument.measure({ mainInputVoltage: 5, mainOutputCurrent: 1, mainMah: 1, mainTimeSec: 100 })
-            tryCompare(_root._page, "_needleCurrent", 1)
+            tryCompare(page, "_needleCurrent", 1)
             TestInstrument.unplug()
             compare(cardValues(), "--|--|00:00:00|--")
-            compare(_root._page.gaugeDisplayValue(), "--")
-            tryCompare(_root._page, "_needleCurrent", 0)
+            compare(page.gaugeDisplayValue(), "--")
+            tryCompare(page, "_needleCurrent", 0)
             TestInstrument.plugIn()
             TestInstrument.measure({ mainOutputCurrent: 1 })
-            tryCompare(_root._page, "_needleCurrent", 1)
+            tryCompare(page, "_needleCurrent", 1)
         }
 
         function test_notANumberKeepsTheScale() {
-            openPage()
+            openPage("PointerGauge.qml")
             TestInstrument.measure({ mainOutputCurrent: 5 })
-            tryCompare(_root._page, "_needleCurrent", 5)
+            tryCompare(page, "_needleCurrent", 5)
             TestInstrument.measure({ mainInputVoltage: NaN, mainOutputCurrent: NaN, mainMah: NaN, mainTimeSec: NaN })
             tryVerify(function() { return cardValues() === "--|--|00:00:00|--" })
-            compare(_root._page.gaugeDisplayValue(), "--")
-            compare(_root._page._displayRangeMax, 6)
-            compare(_root._page._needleCurrent, 5)
+            compare(page.gaugeDisplayValue(), "--")
+            compare(page._displayRangeMax, 6)
+            compare(page._needleCurrent, 5)
         }
 
         function test_glowFallsBackSlowly() {
-            openPage()
+            openPage("PointerGauge.qml")
             TestInstrument.measure({ mainOutputCurrent: 2 })
-            tryCompare(_root._page, "_glowCurrent", 2)
+            tryCompare(page, "_glowCurrent", 2)
             TestInstrument.measure({ mainOutputCurrent: 0 })
-            tryCompare(_root._page, "_pendingGlowCurrent", 0)
-            compare(_root._page._glowCurrent, 2)
-            tryCompare(_root._page, "_glowAnimationDuration", 980)
-            tryCompare(_root._page, "_glowCurrent", 0)
+            tryCompare(page, "_pendingGlowCurrent", 0)
+            compare(page._glowCurrent, 2)
+            tryCompare(page, "_glowAnimationDuration", 980)
+            tryCompare(page, "_glowCurrent", 0)
             TestInstrument.measure({ mainOutputCurrent: 1 })
-            tryCompare(_root._page, "_glowAnimationDuration", 260)
-            tryCompare(_root._page, "_glowCurrent", 1)
+            tryCompare(page, "_glowAnimationDuration", 260)
+            tryCompare(page, "_glowCurrent", 1)
         }
 
         function test_movingNeedlePaintsNothing() {
-            openPage()
+            openPage("PointerGauge.qml")
             TestInstrument.measure({ mainOutputCurrent: 0.5 })
-            tryCompare(_root._page, "_needleCurrent", 0.5)
+            tryCompare(page, "_needleCurrent", 0.5)
             tryVerify(function() { return dial().repaintCount > 0 })
             var painted = dial().repaintCount
             var angle = dial().needleAngle
             for (var i = 0; i < 1000; ++i)
                 TestInstrument.measure({ mainOutputCurrent: 0.5 + i / 1000 })
-            tryVerify(function() { return _root._page.gaugeDisplayValue() === "1.499" })
+            tryVerify(function() { return page.gaugeDisplayValue() === "1.499" })
             verify(dial().needleAngle > angle)
             compare(dial().repaintCount, painted)
             TestInstrument.measure({ mainOutputCurrent: 5 })
@@ -174,15 +138,15 @@ Item {
         }
 
         function test_resizingFreezesTheDial() {
-            openPage()
+            openPage("PointerGauge.qml")
             tryVerify(function() { return dial().repaintCount > 0 })
             wait(0)
             var painted = dial().repaintCount
-            _root._page.resizingWindow = true
-            _root._page.width = 800
+            page.resizingWindow = true
+            page.width = 800
             wait(50)
             compare(dial().repaintCount, painted)
-            _root._page.resizingWindow = false
+            page.resizingWindow = false
             tryVerify(function() { return dial().repaintCount > painted })
         }
     }

@@ -314,6 +314,8 @@ Item {
             findChild(page, "autoScaleSwitch").toggled(true)
             compare(GenToolbox.genSettings.bValue("autoScaleAxis", false, "powerWaveAnalysis"), true)
             compare(range.visible, false)
+            var again = createTemporaryObject(_pageComponent, _root)
+            compare(again._autoScaleAxis, true)
         }
 
         function test_nothingIsDrawnWhileResizingOrHidden_data() {

@@ -57,11 +57,6 @@ Item {
             return place.x
         }
 
-        function test_sizes() {
-            compare(_bar.height, 35)
-            compare(_bar.z, 1)
-        }
-
         // From the right edge: 10 px margin and 18 px button each.
         function test_buttons_data() {
             return [
@@ -92,14 +87,20 @@ Item {
             compare(mainwindows.x, 100)
         }
 
-        function test_dragMovesByTheCursorsOffset() {
+        function test_dragMovesByTheCursorsOffset_data() {
+            return [{ tag: "window", visibility: Window.Windowed, place: [140, 130] },
+                    { tag: "full screen stays", visibility: Window.FullScreen, place: [100, 100] }]
+        }
+
+        function test_dragMovesByTheCursorsOffset(data) {
+            mainwindows.visibility = data.visibility
             // The cursor has gone on when the press is handled.
             moveCursor(110, 25)
             mousePress(_root, 100, 20)
             moveCursor(140, 50)
             mouseMove(_root, 140, 50)
             mouseRelease(_root, 140, 50)
-            compare([mainwindows.x, mainwindows.y], [140, 130])
+            compare([mainwindows.x, mainwindows.y], data.place)
             compare(mainwindows.log, [])
         }
 
@@ -124,17 +125,6 @@ Item {
             mouseMove(_root, 260, 25)
             compare(mainwindows.x + mainwindows.width / 2, cursor)
             mouseRelease(_root, 260, 25)
-        }
-
-        function test_fullScreenWindowsDoNotMove() {
-            mainwindows.visibility = Window.FullScreen
-            // The cursor has gone on when the press is handled.
-            moveCursor(110, 25)
-            mousePress(_root, 100, 20)
-            moveCursor(140, 50)
-            mouseMove(_root, 140, 50)
-            mouseRelease(_root, 140, 50)
-            compare([mainwindows.x, mainwindows.y], [100, 100])
         }
     }
 }

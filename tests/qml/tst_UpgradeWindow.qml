@@ -48,15 +48,17 @@ Item {
             return found
         }
 
+        function startDownload() {
+            dialog.show2("1.2.0", "news")
+            dialog._status = 1
+        }
+
         function ignored() {
             return GenToolbox.genSettings.sValue("ignoredVersion", "", "upgrade")
         }
 
-        function test_startsHidden() {
-            verify(!dialog.visible)
-        }
-
         function test_automaticOffer() {
+            verify(!dialog.visible)
             dialog.show2(" 1.2.0 ", "news")
             verify(dialog.visible)
             compare(part("headline").text, "A new software version has been detected. Do you want to upgrade now?")
@@ -142,18 +144,20 @@ Item {
                 { tag: "download", status: CUpgradeControl.UPC_Download, text: "download file...", button: "Cancel upgrade" },
                 { tag: "finished", status: CUpgradeControl.UPC_Finished, text: "download finished", button: "install" },
                 { tag: "access", status: CUpgradeControl.UPC_Access, text: failure, button: "Cancel upgrade" },
+                { tag: "canceled closes", status: CUpgradeControl.UPC_Canceled, closes: true },
                 { tag: "error", status: CUpgradeControl.UPC_NetworkError, text: failure, button: "Cancel upgrade" }
             ]
         }
 
         function test_statusTexts(data) {
-            dialog.show2("1.2.0", "news")
-            dialog._status = 1
+            startDownload()
             compare(part("progressMessage").text, "Connect to Server...")
             CUpgradeControl.updateStatus(data.status)
+            compare(dialog.visible, !data.closes)
+            if (data.closes)
+                return
             compare(part("progressMessage").text, data.text)
             compare(part("progressButton").text, data.button)
-            verify(dialog.visible)
         }
 
         function test_progress_data() {
@@ -165,24 +169,15 @@ Item {
         }
 
         function test_progress(data) {
-            dialog.show2("1.2.0", "news")
-            dialog._status = 1
+            startDownload()
             CUpgradeControl.emitdownloadProgress(data.text)
             compare(part("downloadBar").value, data.value)
             compare(part("downloadBar").indeterminate, data.endless)
         }
 
-        function test_canceledCloses() {
-            dialog.show2("1.2.0", "news")
-            dialog._status = 1
-            CUpgradeControl.updateStatus(CUpgradeControl.UPC_Canceled)
-            verify(!dialog.visible)
-        }
-
         // Nothing was downloaded here: the install is refused, and the dialog says so before it closes.
         function test_refusedInstall() {
-            dialog.show2("1.2.0", "news")
-            dialog._status = 1
+            startDownload()
             CUpgradeControl.updateStatus(CUpgradeControl.UPC_Finished)
             mouseClick(part("progressButton"))
             verify(dialog.visible)
@@ -192,8 +187,7 @@ Item {
         }
 
         function test_nextQuestionStartsAfresh() {
-            dialog.show2("1.2.0", "news")
-            dialog._status = 1
+            startDownload()
             CUpgradeControl.updateStatus(CUpgradeControl.UPC_NetworkError)
             CUpgradeControl.emitdownloadProgress("0.7")
             dialog.close()

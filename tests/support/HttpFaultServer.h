@@ -58,6 +58,20 @@ public:
         /// Send in pieces of so many bytes, with this pause in front of each; at once when 0.
         int pieceBytes = 0;
         int pauseMs = 0;
+
+        /// An answer with this \a body, otherwise as \a change makes it.
+        template <typename Change>
+        static Reply of(const QByteArray& body, Change change)
+        {
+            Reply reply;
+            reply.body = body;
+            change(reply);
+            return reply;
+        }
+        static Reply of(const QByteArray& body)
+        {
+            return of(body, [](Reply&) {});
+        }
     };
 
     using Handler = std::function<Reply(const Request&)>;
@@ -97,3 +111,5 @@ private:
     QHash<QTcpSocket*, QByteArray> m_received;
     QVector<Request> m_requests;
 };
+
+Q_DECLARE_METATYPE(HttpFaultServer::Reply)

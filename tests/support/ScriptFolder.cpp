@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/ScriptFolder.h"
 
+#include "tests/support/TestCase.h"
+
 #include <QFile>
 
 namespace test {
@@ -26,13 +28,10 @@ ScriptFolder::~ScriptFolder()
 
 QString ScriptFolder::add(const QString& name, const QByteArray& body) const
 {
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    if (!writeFile(path(name), "#!/bin/sh\n" + body + "\n"))
         qFatal("a script could not be written");
-    file.write("#!/bin/sh\n" + body + "\n");
-    file.close();
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return file.fileName();
+    QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path(name);
 }
 
 QString ScriptFolder::addRecorder(const QString& name, const QByteArray& body) const
@@ -44,12 +43,9 @@ QString ScriptFolder::addRecorder(const QString& name, const QByteArray& body) c
 
 QList<QStringList> ScriptFolder::calls(const QString& name) const
 {
-    QFile file(recordOf(path(name)));
     QList<QStringList> calls;
-    if (!file.open(QIODevice::ReadOnly))
-        return calls;
     QStringList call;
-    QList<QByteArray> arguments = file.readAll().split('\0');
+    QList<QByteArray> arguments = contentOf(recordOf(path(name))).split('\0');
     arguments.removeLast();
     for (const QByteArray& argument : qAsConst(arguments)) {
         if (argument.isEmpty()) {
@@ -64,18 +60,14 @@ QList<QStringList> ScriptFolder::calls(const QString& name) const
 
 bool processRuns(qint64 id)
 {
-    QFile status(QStringLiteral("/proc/%1/stat").arg(id));
-    if (!status.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray line = status.readAll();
+    const QByteArray line = contentOf(QStringLiteral("/proc/%1/stat").arg(id));
     // "42 (name) S ...": a Z is one that has ended and waits for its parent.
-    return line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
+    return !line.isEmpty() && line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
 }
 
 qint64 processIdIn(const QString& path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toLongLong() : 0;
+    return contentOf(path).trimmed().toLongLong();
 }
 
 } // namespace test

@@ -53,19 +53,29 @@ void TestCase::cleanup()
     QVERIFY2(unexpectedWarnings.isEmpty(), qPrintable(unexpectedWarnings.join(QLatin1Char('\n'))));
 }
 
+bool test::writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+QByteArray test::contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void test::isolateHome()
 {
     static const QTemporaryDir home;
     const QDir folder(home.path());
-    const QStringList folders{QStringLiteral("Documents"), QStringLiteral("Desktop"),
-                              QStringLiteral(".config"), QStringLiteral("tmp")};
+    const QStringList folders{"Documents", "Desktop", ".config", "tmp"};
     for (const QString& name : folders)
         folder.mkpath(name);
-    QFile userDirs(folder.filePath(QStringLiteral(".config/user-dirs.dirs")));
-    if (userDirs.open(QIODevice::WriteOnly))
-        userDirs.write("XDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_DESKTOP_DIR=\"$HOME/Desktop\"\n");
+    writeFile(folder.filePath(".config/user-dirs.dirs"),
+              "XDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_DESKTOP_DIR=\"$HOME/Desktop\"\n");
     qputenv("HOME", QFile::encodeName(home.path()));
-    qputenv("TMPDIR", QFile::encodeName(folder.filePath(QStringLiteral("tmp"))));
+    qputenv("TMPDIR", QFile::encodeName(folder.filePath("tmp")));
     qunsetenv("XDG_CONFIG_HOME");
     qunsetenv("XDG_DATA_HOME");
     qunsetenv("XDG_CACHE_HOME");

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QRegularExpression>
 #include <QStringList>
+#include <QtTest>
 
 /**
  * Base of the test classes: a test function during which an unexpected warning is printed fails.
@@ -26,6 +27,24 @@ protected Q_SLOTS:
 };
 
 namespace test {
+
+/// The table of a data function: its columns by name, in the order of their types, then row() for row().
+template <typename... Columns>
+class Table
+{
+public:
+    template <typename... Names>
+    explicit Table(Names... names)
+    {
+        (QTest::addColumn<Columns>(names), ...);
+    }
+    void row(const char* name, const Columns&... values) const { (QTest::newRow(name) << ... << values); }
+};
+
+/// Writes a file that holds just \a content; false when that fails.
+bool writeFile(const QString& path, const QByteArray& content);
+/// What the file holds; empty when it cannot be read.
+QByteArray contentOf(const QString& path);
 
 /// Points HOME, the XDG folders and the Documents and Desktop folders at a temporary folder, which is
 /// removed when the process ends. Call it before the application object is created.

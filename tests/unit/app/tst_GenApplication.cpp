@@ -30,7 +30,7 @@ private Q_SLOTS:
         QCOMPARE(current.count(), 1);
         QCOMPARE(locale.count(), 1);
         QCOMPARE(locale.first().first().toLocale().name(), QStringLiteral("en_US"));
-        QCOMPARE(genApp()->toolbox()->genSettings()->iValue(QStringLiteral("language"), -1), 1);
+        QCOMPARE(genApp()->toolbox()->genSettings()->iValue("language", -1), 1);
         QCOMPARE(QCoreApplication::translate("QObject", "An application is already running."),
                  QStringLiteral("An application is already running."));
 
@@ -47,9 +47,9 @@ private Q_SLOTS:
     {
         QSignalSpy locale(genApp(), &GenApplication::languageChanged);
         GenSettings* settings = genApp()->toolbox()->genSettings();
-        settings->setValue(QStringLiteral("language"), genApp()->currentLanguage());
+        settings->setValue("language", genApp()->currentLanguage());
         QCOMPARE(locale.count(), 1);
-        settings->setValue(QStringLiteral("other"), 1);
+        settings->setValue("other", 1);
         QCOMPARE(locale.count(), 1);
     }
 

@@ -54,7 +54,7 @@ Memory usedMemory(QQmlEngine& engine)
 {
     engine.collectGarbage();
     malloc_trim(0);
-    QFile status(QStringLiteral("/proc/self/status"));
+    QFile status("/proc/self/status");
     if (!status.open(QIODevice::ReadOnly))
         return {};
     const QByteArray text = status.readAll();
@@ -99,7 +99,7 @@ private Q_SLOTS:
     {
         genApp()->registerQmlTypes();
         auto* manager = genApp()->toolbox()->systemManager();
-        manager->setServerHost(QStringLiteral("http://127.0.0.1"));
+        manager->setServerHost("http://127.0.0.1");
         manager->setDocsPort(cClosedPort);
         manager->setApiPort(cClosedPort);
         QVERIFY(m_instrument.plugIn());
@@ -116,13 +116,13 @@ private Q_SLOTS:
     {
         QQuickItem* page = open(cSettingsPage);
         QVERIFY(page);
-        auto* host = page->findChild<QQuickItem*>(QStringLiteral("hostField"));
-        auto* apply = page->findChild<QQuickItem*>(QStringLiteral("applyButton"));
-        auto* languages = page->findChild<QQuickItem*>(QStringLiteral("languageCombobox"));
+        auto* host = page->findChild<QQuickItem*>("hostField");
+        auto* apply = page->findChild<QQuickItem*>("applyButton");
+        auto* languages = page->findChild<QQuickItem*>("languageCombobox");
         QVERIFY(host && apply && languages);
-        host->setProperty("text", QStringLiteral("http://being.typed"));
+        host->setProperty("text", "http://being.typed");
 
-        const std::array<QString, 2> applyTexts{QStringLiteral("应用"), QStringLiteral("Apply")};
+        const std::array<QString, 2> applyTexts{"应用", "Apply"};
         std::array<QStringList, 2> texts;
         Memory before;
         for (int count = 1; count <= cSwitches; ++count) {
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(table);
         table->setProperty("currentIndex", 1);
 
-        const std::array<QString, 2> headers{QStringLiteral("时间日期"), QStringLiteral("Date Time")};
+        const std::array<QString, 2> headers{"时间日期", "Date Time"};
         for (int count = 0; count < cMultimeterSwitches; ++count) {
             QVERIFY(switchLanguage());
             QCOMPARE(textsBelow(table).value(0), headers.at(size_t(genApp()->currentLanguage())));

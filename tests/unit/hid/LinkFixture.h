@@ -32,6 +32,17 @@ protected:
         device.path = cPath;
         FakeHidApi::plugIn(device);
     }
+    /// A link to the only instrument on the bus.
+    class OpenLink : public HidLink
+    {
+    public:
+        OpenLink() : HidLink(nullptr, nullptr)
+        {
+            plugInInstrument();
+            if (!openDevice())
+                qFatal("the link does not open");
+        }
+    };
     /// A measurement that carries \a number as the first of its values.
     static QByteArray measurement(float number)
     {

@@ -84,10 +84,9 @@ private Q_SLOTS:
             stream << i << ",0," << archive.voltageSamples.at(i).toDouble() << ",0\n";
         }
         stream.flush();
-        const QJsonObject object{
-            {QStringLiteral("created_at"), QString()},     {QStringLiteral("device_id"), QString()},
-            {QStringLiteral("device_version"), QString()}, {QStringLiteral("sample_interval_sec"), 0},
-            {QStringLiteral("voltage_samples"), array},    {QStringLiteral("current_samples"), QJsonArray()}};
+        const QJsonObject object{{"created_at", QString()},     {"device_id", QString()},
+                                 {"device_version", QString()}, {"sample_interval_sec", 0},
+                                 {"voltage_samples", array},    {"current_samples", QJsonArray()}};
         const QList<QByteArray> expectedJson = QJsonDocument(object).toJson().split('\n');
         QCOMPARE(archive.toJson().split('\n'), expectedJson);
         QCOMPARE(archive.toCsv().split('\n'), csv.split('\n'));
@@ -96,8 +95,8 @@ private Q_SLOTS:
     void whatIsNoNumberBecomesZero()
     {
         CurveArchive archive;
-        archive.voltageSamples = {QStringLiteral("2.5"),
-                                  QStringLiteral("NaN"),
+        archive.voltageSamples = {"2.5",
+                                  "NaN",
                                   QVariant(),
                                   QVariantList{1},
                                   std::numeric_limits<double>::quiet_NaN(),
@@ -112,7 +111,7 @@ private Q_SLOTS:
     void savedArchiveComesBack()
     {
         QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("curve_20260301_140509.json"));
+        const QString path = folder.filePath("curve_20260301_140509.json");
         CurveArchive written;
         written.createdAt = QStringLiteral("2026-03-01T14:05:09");
         written.deviceId = QStringLiteral("仪表 \"7\"\n");
@@ -130,35 +129,29 @@ private Q_SLOTS:
 
     void hostileTexts_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<bool>("valid");
-        QTest::addColumn<QVariantList>("voltages");
+        const test::Table<QByteArray, bool, QVariantList> table("text", "valid", "voltages");
 
-        QTest::newRow("no member") << QByteArray("{}") << true << QVariantList();
-        QTest::newRow("wrong types") << QByteArray(
-                                            "{\"voltage_samples\": \"1,2\", \"current_samples\": {\"a\": 1},"
-                                            " \"created_at\": 5, \"device_id\": [], \"device_version\": null,"
-                                            " \"sample_interval_sec\": \"0.08\"}")
-                                     << true << QVariantList();
-        QTest::newRow("wrong elements")
-            << QByteArray("{\"voltage_samples\": [1, \"2\", null, true, [3], {\"v\": 4}, \"NaN\", 5.5]}")
-            << true << QVariantList{1.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 5.5};
-        QTest::newRow("an array") << QByteArray("[1, 2]") << false << QVariantList();
-        QTest::newRow("NaN") << QByteArray("{\"voltage_samples\": [NaN]}") << false << QVariantList();
-        QTest::newRow("truncated") << QByteArray("{\"voltage_samples\": [1, 2") << false << QVariantList();
-        QTest::newRow("table") << QByteArray("index,time_sec,voltage,current\n0,0,1,2\n") << false
-                               << QVariantList();
-        QTest::newRow("empty") << QByteArray() << false << QVariantList();
-        QTest::newRow("bytes") << QByteArray(10000, '\0') << false << QVariantList();
-        QTest::newRow("deep") << QByteArray("{\"voltage_samples\": ") + QByteArray(1000000, '[') << false
-                              << QVariantList();
-        QTest::newRow("many samples")
-            << "{\"voltage_samples\": [1" + QByteArray(",1").repeated(5000000) + "]}" << false
-            << QVariantList();
-        QTest::newRow("many members")
-            << "{\"a\":1" + QByteArray(",\"a\":1").repeated(500000) + '}' << false << QVariantList();
-        QTest::newRow("long number") << "{\"voltage_samples\": [0." + QByteArray(1000000, '1') + "]}" << true
-                                     << QVariantList{1.0 / 9};
+        table.row("no member", "{}", true, {});
+        table.row("wrong types",
+                  "{\"voltage_samples\": \"1,2\", \"current_samples\": {\"a\": 1},"
+                  " \"created_at\": 5, \"device_id\": [], \"device_version\": null,"
+                  " \"sample_interval_sec\": \"0.08\"}",
+                  true, {});
+        table.row("wrong elements",
+                  "{\"voltage_samples\": [1, \"2\", null, true, [3], {\"v\": 4}, \"NaN\", 5.5]}", true,
+                  QVariantList{1.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 5.5});
+        table.row("an array", "[1, 2]", false, {});
+        table.row("NaN", "{\"voltage_samples\": [NaN]}", false, {});
+        table.row("truncated", "{\"voltage_samples\": [1, 2", false, {});
+        table.row("table", "index,time_sec,voltage,current\n0,0,1,2\n", false, {});
+        table.row("empty", {}, false, {});
+        table.row("bytes", QByteArray(10000, '\0'), false, {});
+        table.row("deep", QByteArray("{\"voltage_samples\": ") + QByteArray(1000000, '['), false, {});
+        table.row("many samples", "{\"voltage_samples\": [1" + QByteArray(",1").repeated(5000000) + "]}",
+                  false, {});
+        table.row("many members", "{\"a\":1" + QByteArray(",\"a\":1").repeated(500000) + '}', false, {});
+        table.row("long number", "{\"voltage_samples\": [0." + QByteArray(1000000, '1') + "]}", true,
+                  QVariantList{1.0 / 9});
     }
 
     void hostileTexts()
@@ -169,27 +162,26 @@ private Q_SLOTS:
         QCOMPARE(archive.has_value(), valid);
         if (!valid)
             return;
-        const QVariantMap map = archive->toMap(QStringLiteral("path"));
-        QTEST(map.value(QStringLiteral("voltageSamples")).toList(), "voltages");
-        QCOMPARE(map.value(QStringLiteral("currentSamples")), QVariant(QVariantList()));
-        QCOMPARE(map.value(QStringLiteral("sampleIntervalSec")), QVariant(0.0));
-        QCOMPARE(map.value(QStringLiteral("createdAt")), QVariant(QString()));
-        QCOMPARE(map.value(QStringLiteral("filePath")).toString(), QStringLiteral("path"));
+        const QVariantMap map = archive->toMap("path");
+        QTEST(map.value("voltageSamples").toList(), "voltages");
+        QCOMPARE(map.value("currentSamples"), QVariant(QVariantList()));
+        QCOMPARE(map.value("sampleIntervalSec"), QVariant(0.0));
+        QCOMPARE(map.value("createdAt"), QVariant(QString()));
+        QCOMPARE(map.value("filePath").toString(), QStringLiteral("path"));
     }
 
     void whatIsNoFileIsNotOpened()
     {
         const QTemporaryDir folder;
         CurveArchive archive;
-        for (const QString& path : {folder.path(), folder.filePath(QStringLiteral("missing.json")), QString(),
-                                    QStringLiteral("/dev/zero")})
+        for (const QString& path : {folder.path(), folder.filePath("missing.json"), QString(), QStringLiteral("/dev/zero")})
             QCOMPARE(CurveArchive::load(path, archive), CurveArchive::LoadStatus::NotOpened);
     }
 
     void fullDiskLeavesTheOldArchive()
     {
         const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("curve.json"));
+        const QString path = folder.filePath("curve.json");
         CurveArchive archive;
         archive.voltageSamples = {1, 2, 3};
         QVERIFY(archive.save(path));
@@ -208,7 +200,7 @@ private Q_SLOTS:
     void unwritableCsvIsLeftOut()
     {
         const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("curve.json"));
+        const QString path = folder.filePath("curve.json");
         QVERIFY(QDir().mkpath(CurveArchive::csvPath(path)));
         QVERIFY(CurveArchive().save(path));
         QVERIFY(QFile::exists(path));

@@ -25,7 +25,7 @@ void plugInCandidate(const QString& kind, const QByteArray& path)
     if (kind.startsWith(QLatin1String("talks")) || kind == QLatin1String("garbage"))
         FakeHidApi::send(path, PacketCodec::encode(PacketCodec::DeviceInfo{QString::fromLatin1(path), {}}));
     if (kind == QLatin1String("readfail"))
-        FakeHidApi::failReads(path, QStringLiteral("broken"));
+        FakeHidApi::failReads(path, "broken");
 }
 
 int threadCount()
@@ -42,37 +42,28 @@ class HidLinkTest : public LinkTestCase
 private Q_SLOTS:
     void discovery_data()
     {
-        QTest::addColumn<QStringList>("candidates");
-        QTest::addColumn<QString>("opened");
-        QTest::addColumn<QStringList>("attempts");
-        QTest::addColumn<bool>("probed");
+        const test::Table<QStringList, QString, QStringList, bool> table("candidates", "opened", "attempts",
+                                                                         "probed");
         using List = QStringList;
-        QTest::newRow("empty bus") << List() << QString() << List() << false;
-        QTest::newRow("the only one is opened unheard") << List{"mute"} << "/0" << List{"/0"} << false;
-        QTest::newRow("the only one refuses once, then talks")
-            << List{"talks on the second opening"} << "/0" << List{"/0", "/0"} << true;
-        QTest::newRow("the only one refuses once, then is mute")
-            << List{"closed once"} << "/0" << List{"/0", "/0", "/0"} << false;
-        QTest::newRow("the only one refuses")
-            << List{"closed"} << QString() << List{"/0", "/0", "/0"} << false;
-        QTest::newRow("the only one has no path") << List{"nopath"} << QString() << List() << false;
-        QTest::newRow("the one that talks") << List{"mute", "talks"} << "/1" << List{"/0", "/1"} << true;
-        QTest::newRow("the first that talks") << List{"talks", "talks"} << "/0" << List{"/0"} << true;
-        QTest::newRow("valid in the third read")
-            << List{"talks third", "talks"} << "/0" << List{"/0"} << true;
-        QTest::newRow("three invalid packets are enough")
-            << List{"garbage", "talks"} << "/1" << List{"/0", "/1"} << true;
-        QTest::newRow("a failing read ends the attempts")
-            << List{"readfail", "talks"} << "/1" << List{"/0", "/1"} << true;
-        QTest::newRow("one that refuses is passed over")
-            << List{"closed", "talks"} << "/1" << List{"/0", "/1"} << true;
-        QTest::newRow("no path is passed over") << List{"nopath", "talks"} << "/1" << List{"/1"} << true;
-        QTest::newRow("none talks: the first")
-            << List{"mute", "mute"} << "/0" << List{"/0", "/1", "/0"} << false;
-        QTest::newRow("none talks: the first with a path")
-            << List{"nopath", "mute"} << "/1" << List{"/1", "/1"} << false;
-        QTest::newRow("the fallback refuses too")
-            << List{"closed", "mute"} << QString() << List{"/0", "/1", "/0"} << false;
+        table.row("empty bus", List(), {}, List(), false);
+        table.row("the only one is opened unheard", List{"mute"}, "/0", List{"/0"}, false);
+        table.row("the only one refuses once, then talks", List{"talks on the second opening"}, "/0",
+                  List{"/0", "/0"}, true);
+        table.row("the only one refuses once, then is mute", List{"closed once"}, "/0",
+                  List{"/0", "/0", "/0"}, false);
+        table.row("the only one refuses", List{"closed"}, {}, List{"/0", "/0", "/0"}, false);
+        table.row("the only one has no path", List{"nopath"}, {}, List(), false);
+        table.row("the one that talks", List{"mute", "talks"}, "/1", List{"/0", "/1"}, true);
+        table.row("the first that talks", List{"talks", "talks"}, "/0", List{"/0"}, true);
+        table.row("valid in the third read", List{"talks third", "talks"}, "/0", List{"/0"}, true);
+        table.row("three invalid packets are enough", List{"garbage", "talks"}, "/1", List{"/0", "/1"}, true);
+        table.row("a failing read ends the attempts", List{"readfail", "talks"}, "/1", List{"/0", "/1"},
+                  true);
+        table.row("one that refuses is passed over", List{"closed", "talks"}, "/1", List{"/0", "/1"}, true);
+        table.row("no path is passed over", List{"nopath", "talks"}, "/1", List{"/1"}, true);
+        table.row("none talks: the first", List{"mute", "mute"}, "/0", List{"/0", "/1", "/0"}, false);
+        table.row("none talks: the first with a path", List{"nopath", "mute"}, "/1", List{"/1", "/1"}, false);
+        table.row("the fallback refuses too", List{"closed", "mute"}, {}, List{"/0", "/1", "/0"}, false);
     }
 
     void discovery()
@@ -106,8 +97,8 @@ private Q_SLOTS:
 
     void probedPacketComesFirst()
     {
-        plugInCandidate(QStringLiteral("mute"), "/0");
-        plugInCandidate(QStringLiteral("mute"), "/1");
+        plugInCandidate("mute", "/0");
+        plugInCandidate("mute", "/1");
         for (int i = 1; i <= 50; ++i)
             FakeHidApi::send("/1", measurement(static_cast<float>(i)));
         QList<float> seen;
@@ -185,41 +176,34 @@ private Q_SLOTS:
         QCOMPARE(status.count(), 2);
     }
 
+    void readFailureClosesTheLink_data()
+    {
+        const test::Table<QString> table("text");
+        table.row("with a text", "poll error");
+        table.row("without", {});
+    }
+
     void readFailureClosesTheLink()
     {
-        plugInInstrument();
+        QFETCH(QString, text);
         QStringList events;
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
-        connect(&link, &HidLink::errorOccurred, &link, [&](const QString& text) { events.append(text); });
+        OpenLink link;
+        connect(&link, &HidLink::errorOccurred, &link, [&](const QString& error) { events.append(error); });
         connect(&link, &HidLink::devicesStatusChanged, &link,
                 [&] { events.append(link.connected() ? "connected" : "disconnected"); });
         connect(&link, &HidLink::measurementChanged, &link,
                 [&] { events.append(QString::number(link.mainInputVoltage())); });
         FakeHidApi::send(cPath, measurement(5));
         FakeHidApi::send(cPath, measurement(9));
-        FakeHidApi::failReads(cPath, QStringLiteral("poll error"));
+        FakeHidApi::failReads(cPath, text);
         QTRY_COMPARE(events.size(), 5);
-        QCOMPARE(events, QStringList({"5", "9", "HID read failed. poll error", "disconnected", "0"}));
+        QCOMPARE(events, QStringList({"5", "9", "HID read failed. " + text, "disconnected", "0"}));
         QCOMPARE(FakeHidApi::openHandles(), 0);
-    }
-
-    void readFailureWithoutAText()
-    {
-        plugInInstrument();
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
-        QSignalSpy errors(&link, &HidLink::errorOccurred);
-        FakeHidApi::failReads(cPath, QString());
-        QVERIFY(errors.wait());
-        QCOMPARE(errors.at(0).at(0).toString(), QStringLiteral("HID read failed. "));
     }
 
     void writeFailureClosesTheLink()
     {
-        plugInInstrument();
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
+        OpenLink link;
         FakeHidApi::failWrites(cPath, true);
         QSignalSpy errors(&link, &HidLink::errorOccurred);
         QVERIFY(!link.sendUiControlPacket(2));
@@ -234,10 +218,8 @@ private Q_SLOTS:
 
     void slowWritesLoseNoPacket()
     {
-        plugInInstrument();
         FakeHidApi::slowWrites(cPath, 60);
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
+        OpenLink link;
         QSignalSpy measurements(&link, &HidLink::measurementChanged);
         for (int i = 0; i < 3; ++i) {
             FakeHidApi::send(cPath, measurement(1));
@@ -249,10 +231,8 @@ private Q_SLOTS:
 
     void closingEmptiesTheLiveValuesInOrder()
     {
-        plugInInstrument();
         QStringList events;
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
+        OpenLink link;
         receive(link, measurement(5));
         receive(link, PacketCodec::encode(PacketCodec::DeviceInfo{"id", "version"}));
         receive(link, PacketCodec::encode(PacketCodec::MultimeterReading{1, "1.5 V"}));
@@ -295,12 +275,10 @@ private Q_SLOTS:
 
     void whatAFormerLinkLeftIsDropped()
     {
-        plugInInstrument();
         const int threads = threadCount();
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
+        OpenLink link;
         FakeHidApi::send(cPath, measurement(5));
-        FakeHidApi::failReads(cPath, QStringLiteral("gone"));
+        FakeHidApi::failReads(cPath, "gone");
         // Without running the event loop: once the reader has ended, both wait in the event queue.
         const QDeadlineTimer deadline(5000);
         while (threadCount() > threads && !deadline.hasExpired())
@@ -323,8 +301,8 @@ private Q_SLOTS:
 
     void aReceiverMayCloseTheLinkWhileItOpens()
     {
-        plugInCandidate(QStringLiteral("mute"), "/0");
-        plugInCandidate(QStringLiteral("talks"), "/1");
+        plugInCandidate("mute", "/0");
+        plugInCandidate("talks", "/1");
         HidLink link(nullptr, nullptr);
         connect(&link, &HidLink::devicesStatusChanged, &link, [&link] {
             if (link.connected())
@@ -393,10 +371,13 @@ private Q_SLOTS:
         device.path = cPath;
         device.failingOpens = -1;
         device.accessAdvice = QStringLiteral("not allowed, but there is a way out");
-        QStringList warnings;
+        static QStringList warnings;
+        static QtMessageHandler next = nullptr;
         HidLink link(nullptr, nullptr);
-        s_warnings = &warnings;
-        s_nextHandler = qInstallMessageHandler(collectWarnings);
+        next = qInstallMessageHandler(
+            [](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+                type == QtWarningMsg ? warnings.append(text) : next(type, context, text);
+            });
         // Nothing there: nothing to say.
         QVERIFY(!link.openDevice());
         QCOMPARE(warnings.size(), 0);
@@ -415,24 +396,9 @@ private Q_SLOTS:
         FakeHidApi::plugIn(device);
         QVERIFY(!link.openDevice());
         QCOMPARE(warnings.size(), 2);
-        qInstallMessageHandler(s_nextHandler);
+        qInstallMessageHandler(next);
     }
-
-private:
-    static void collectWarnings(QtMsgType type, const QMessageLogContext& context, const QString& text)
-    {
-        if (type == QtWarningMsg)
-            s_warnings->append(text);
-        else
-            s_nextHandler(type, context, text);
-    }
-
-    static QStringList* s_warnings;
-    static QtMessageHandler s_nextHandler;
 };
-
-QStringList* HidLinkTest::s_warnings = nullptr;
-QtMessageHandler HidLinkTest::s_nextHandler = nullptr;
 
 QUORVEL_TEST_MAIN(HidLinkTest, QCoreApplication)
 #include "tst_HidLink.moc"

@@ -12,20 +12,19 @@ namespace {
 
 QString pathOf(const QString& pattern, const QDate& date)
 {
-    return DataFolders::logs() + QLatin1Char('/') + pattern.arg(date.toString(QStringLiteral("yyyyMMdd")));
+    return DataFolders::logs() + QLatin1Char('/') + pattern.arg(date.toString("yyyyMMdd"));
 }
 
 /// The lines of today's link log, each without its time once that was seen to be well-formed.
 QStringList linkLog()
 {
-    QFile file(pathOf(QStringLiteral("hid_link_%1.log"), QDate::currentDate()));
+    QFile file(pathOf("hid_link_%1.log", QDate::currentDate()));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     if (!lines.takeLast().isEmpty())
-        return {QStringLiteral("the last line has no end")};
-    const QRegularExpression form(
-        QStringLiteral("^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] (.*)$"));
+        return {"the last line has no end"};
+    const QRegularExpression form("^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] (.*)$");
     for (QString& line : lines)
         line = form.match(line).captured(1);
     return lines;
@@ -38,11 +37,7 @@ class HidLinkLogTest : public LinkTestCase
     Q_OBJECT
 
 private:
-    void setDebug(bool on)
-    {
-        m_toolbox->genSettings()->setValue(QStringLiteral("usbDebugEnabled"), on,
-                                           QStringLiteral("sysSettings"));
-    }
+    void setDebug(bool on) { m_toolbox->genSettings()->setValue("usbDebugEnabled", on, "sysSettings"); }
     HidLink& link() { return *m_toolbox->hidLink(); }
 
     std::unique_ptr<GenToolbox> m_toolbox;
@@ -82,6 +77,8 @@ private Q_SLOTS:
         device.manufacturer = QString::fromUtf8("Mäker");
         device.product = QStringLiteral("Meter");
         FakeHidApi::plugIn(device);
+        qint64 now = 1;
+        link().setClock([&now] { return now; });
         QVERIFY(link().openDevice());
         QVERIFY(link().openDevice()); // says nothing
         QCOMPARE(
@@ -94,6 +91,9 @@ private Q_SLOTS:
                          "path=/dev/hidraw0",
                          "HID opened successfully. selectedPath=/dev/hidraw0 initialPacketSize=0",
                          "HID report descriptor size=34"}));
+        now += 10001;
+        poll(link(), 1);
+        QVERIFY(linkLog().contains("No HID packet received within 10 seconds after open. Reopening device."));
     }
 
     void probingSeveralCandidates()
@@ -103,9 +103,9 @@ private Q_SLOTS:
             device.path = path;
             FakeHidApi::plugIn(device);
         }
-        FakeHidApi::failReads("/a", QStringLiteral("broken"));
+        FakeHidApi::failReads("/a", "broken");
         FakeHidApi::send("/b", QByteArray::fromHex("7f7f7f"));
-        FakeHidApi::failReads("/b", QStringLiteral("broken"));
+        FakeHidApi::failReads("/b", "broken");
         FakeHidApi::send("/c", QByteArray::fromHex("000503"));
         QVERIFY(link().openDevice());
         const QStringList lines = linkLog().filter(QRegularExpression(QStringLiteral("probe|selected|RX")));
@@ -127,7 +127,7 @@ private Q_SLOTS:
         device.failingOpens = -1;
         device.accessAdvice = QStringLiteral("no permission, see the udev rule");
         FakeHidApi::plugIn(device);
-        expectWarning(QStringLiteral("no permission"));
+        expectWarning("no permission");
         QVERIFY(!link().openDevice());
         const QStringList lines = linkLog();
         QCOMPARE(lines.first(), QStringLiteral("hid_init failed."));
@@ -166,15 +166,11 @@ private Q_SLOTS:
         setDebug(false);
         receive(link(), QByteArray::fromHex("000340"));
         QCOMPARE(linkLog().size(), before + 6);
-    }
-
-    void theTraceShowsWhatCouldNotBeSent()
-    {
-        plugInInstrument();
-        QVERIFY(link().openDevice());
+        // What could not be sent is shown as well.
+        setDebug(true);
         FakeHidApi::failWrites(cPath, true);
         QVERIFY(!link().sendUiControlPacket(3));
-        QVERIFY(linkLog().constLast().startsWith(QStringLiteral("HID TX: len=64 00 10 40 01 03 FF")));
+        QVERIFY(linkLog().constLast().startsWith("HID TX: len=64 00 10 40 01 03 FF"));
     }
 
     void readErrorStandsBehindTheLastPacket()
@@ -183,22 +179,11 @@ private Q_SLOTS:
         QVERIFY(link().openDevice());
         QSignalSpy errors(&link(), &HidLink::errorOccurred);
         FakeHidApi::send(cPath, QByteArray::fromHex("000503"));
-        FakeHidApi::failReads(cPath, QStringLiteral("unplugged"));
+        FakeHidApi::failReads(cPath, "unplugged");
         QVERIFY(errors.wait());
         const QStringList lines = linkLog();
         QCOMPARE(lines.mid(lines.size() - 2),
                  QStringList({"HID RX: len=3 00 05 03", "Read thread error: HID read failed. unplugged"}));
-    }
-
-    void silenceIsLogged()
-    {
-        plugInInstrument();
-        qint64 now = 1;
-        link().setClock([&now] { return now; });
-        QVERIFY(link().openDevice());
-        now += 10001;
-        poll(link(), 1);
-        QVERIFY(linkLog().contains("No HID packet received within 10 seconds after open. Reopening device."));
     }
 
     void deviceLogsAreKeptAndWrittenAlways()
@@ -223,7 +208,7 @@ private Q_SLOTS:
 
         if (day != QDate::currentDate())
             QSKIP("midnight came in between");
-        QFile file(pathOf(QStringLiteral("device_log_%1.txt"), day));
+        QFile file(pathOf("device_log_%1.txt", day));
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QStringList lines = QString::fromLocal8Bit(file.readAll()).split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 502);
@@ -252,7 +237,7 @@ private Q_SLOTS:
         plugInInstrument();
         QVERIFY(link().openDevice());
         QTRY_VERIFY(FakeHidApi::readPending(cPath));
-        FakeHidApi::failReads(cPath, QStringLiteral("gone"));
+        FakeHidApi::failReads(cPath, "gone");
         m_toolbox.reset();
         QCOMPARE(FakeHidApi::openHandles(), 0);
     }

@@ -13,11 +13,11 @@ class HidLinkProtocolTest : public LinkTestCase
 private Q_SLOTS:
     void interfaceForQml_data()
     {
-        QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<QByteArray>("notify");
-        const auto rows = [](const char* type, const char* notify, std::initializer_list<const char*> names) {
+        const test::Table<QByteArray, QByteArray> table("type", "notify");
+        const auto rows = [&table](const char* type, const char* notify,
+                                   std::initializer_list<const char*> names) {
             for (const char* name : names)
-                QTest::newRow(name) << QByteArray(type) << QByteArray(notify);
+                table.row(name, type, notify);
         };
         rows("bool", "devicesStatusChanged", {"connected"});
         rows("QString", "deviceInfoChanged", {"deviceId", "deviceVersion"});
@@ -64,8 +64,6 @@ private Q_SLOTS:
         sent.typeCMah = 33;
         sent.typeCTimeSec = 44;
         QByteArray packet = PacketCodec::encode(sent);
-        receive(link, packet.left(58));
-        QCOMPARE(changed.count(), 0);
         receive(link, packet.left(59));
         receive(link, packet);
         // A wrong length byte spoils the log line only.
@@ -88,8 +86,6 @@ private Q_SLOTS:
         HidLink link(nullptr, nullptr);
         QSignalSpy changed(&link, &HidLink::deviceInfoChanged);
         const QByteArray packet = PacketCodec::encode(PacketCodec::DeviceInfo{"ABC", "1.2.3"});
-        receive(link, packet.left(34));
-        QCOMPARE(changed.count(), 0);
         receive(link, packet);
         receive(link, packet);
         QCOMPARE(changed.count(), 2);
@@ -101,8 +97,6 @@ private Q_SLOTS:
     {
         HidLink link(nullptr, nullptr);
         QSignalSpy requested(&link, &HidLink::uiControlRequested);
-        receive(link, QByteArray::fromHex("00100802ff8000"));
-        QCOMPARE(requested.count(), 0);
         receive(link, QByteArray::fromHex("00100802ff800003"));
         QCOMPARE(requested.count(), 1);
         QCOMPARE(requested.at(0), QVariantList({2, 255, 128, 0, 3}));
@@ -110,18 +104,20 @@ private Q_SLOTS:
 
     void whatChangesNothing_data()
     {
-        QTest::addColumn<QByteArray>("packet");
-        QTest::newRow("empty") << QByteArray("");
-        QTest::newRow("two bytes") << QByteArray::fromHex("0001");
-        QTest::newRow("header of a measurement") << QByteArray::fromHex("000103");
-        QTest::newRow("zeros") << QByteArray(64, '\0');
-        QTest::newRow("unknown type") << QByteArray(64, '\x7E');
-        QTest::newRow("curve data from the instrument")
-            << PacketCodec::encode(PacketCodec::CurveData{1, 0, {}});
-        QTest::newRow("short multimeter reading")
-            << PacketCodec::encode(PacketCodec::MultimeterReading{1, "1 V"}).left(23);
-        QTest::newRow("log of spaces") << PacketCodec::encodeDeviceLog("   ");
-        QTest::newRow("log without text") << PacketCodec::encodeDeviceLog({});
+        const test::Table<QByteArray> table("packet");
+        table.row("empty", "");
+        table.row("two bytes", QByteArray::fromHex("0001"));
+        table.row("header of a measurement", QByteArray::fromHex("000103"));
+        table.row("zeros", QByteArray(64, '\0'));
+        table.row("unknown type", QByteArray(64, '\x7E'));
+        table.row("curve data from the instrument", PacketCodec::encode(PacketCodec::CurveData{1, 0, {}}));
+        table.row("short measurement", PacketCodec::encode(PacketCodec::Measurement()).left(58));
+        table.row("short device info", PacketCodec::encode(PacketCodec::DeviceInfo{"A", "1"}).left(34));
+        table.row("short screen request", QByteArray::fromHex("00100802ff8000"));
+        table.row("short multimeter reading",
+                  PacketCodec::encode(PacketCodec::MultimeterReading{1, "1 V"}).left(23));
+        table.row("log of spaces", PacketCodec::encodeDeviceLog("   "));
+        table.row("log without text", PacketCodec::encodeDeviceLog({}));
     }
 
     void whatChangesNothing()
@@ -146,9 +142,10 @@ private Q_SLOTS:
     void randomBytesDoNoHarm()
     {
         HidLink link(nullptr, nullptr);
+        // The same bytes in every run; the sanitizer builds see a read outside.
         QRandomGenerator random(19650218);
-        for (int round = 0; round < 3000; ++round) {
-            QByteArray packet(random.bounded(PacketCodec::cPacketSize + 1), Qt::Uninitialized);
+        for (int round = 0; round < 20000; ++round) {
+            QByteArray packet(random.bounded(2 * PacketCodec::cPacketSize), Qt::Uninitialized);
             for (char& byte : packet)
                 byte = static_cast<char>(random.generate());
             if (packet.size() > 1)
@@ -189,14 +186,13 @@ private Q_SLOTS:
 
     void curve_data()
     {
-        QTest::addColumn<int>("points");
-        QTest::addColumn<int>("packets");
-        QTest::newRow("none") << 0 << 0;
-        QTest::newRow("one") << 1 << 1;
-        QTest::newRow("a packet full") << 14 << 1;
-        QTest::newRow("one more") << 15 << 2;
-        QTest::newRow("all that fits") << 3570 << 255;
-        QTest::newRow("too many") << 3571 << -1;
+        const test::Table<int, int> table("points", "packets");
+        table.row("none", 0, 0);
+        table.row("one", 1, 1);
+        table.row("a packet full", 14, 1);
+        table.row("one more", 15, 2);
+        table.row("all that fits", 3570, 255);
+        table.row("too many", 3571, -1);
     }
 
     void curve()
@@ -237,7 +233,7 @@ private Q_SLOTS:
     {
         plugInInstrument();
         HidLink link(nullptr, nullptr);
-        QVERIFY(link.sendCurveData({QStringLiteral("2.5"), QStringLiteral("volts"), QVariant(), true}));
+        QVERIFY(link.sendCurveData({"2.5", "volts", QVariant(), true}));
         const auto part = PacketCodec::decodeCurveData(FakeHidApi::written(cPath).at(0).mid(1));
         QCOMPARE(part->points[0], 2.5F);
         QCOMPARE(part->points[1], 0.0F);
@@ -247,10 +243,8 @@ private Q_SLOTS:
 
     void failedWriteStopsTheCurve()
     {
-        plugInInstrument();
         int sent = 0;
-        HidLink link(nullptr, nullptr);
-        QVERIFY(link.openDevice());
+        OpenLink link;
         connect(&link, &HidLink::packetTraceChanged, &link, [&sent] {
             if (++sent == 3)
                 FakeHidApi::failWrites(cPath, true);

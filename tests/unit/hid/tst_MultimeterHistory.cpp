@@ -15,19 +15,6 @@ void recordRows(MultimeterHistory& history, int count, bool persistent = true)
         history.record(1, QString::number(i) + QLatin1Char('V'), kNow.addSecs(i), persistent);
 }
 
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), qint64(content.size()));
-}
-
 } // namespace
 
 class MultimeterHistoryTest : public TestCase
@@ -39,20 +26,19 @@ private Q_SLOTS:
     {
         TestCase::init();
         m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->filePath(QStringLiteral("multimeter_history.json"));
+        m_path = m_folder->filePath("multimeter_history.json");
     }
 
     void rowOfEachMode_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("column");
-        QTest::newRow("none") << 0 << QString();
-        QTest::newRow("voltage") << 1 << QStringLiteral("VoltageValue");
-        QTest::newRow("resistance") << 2 << QStringLiteral("ResistanceValue");
-        QTest::newRow("capacitance") << 3 << QStringLiteral("CapacitanceValue");
-        QTest::newRow("diode") << 4 << QStringLiteral("DiodeValue");
-        QTest::newRow("buzzer") << 5 << QStringLiteral("DiodeValue");
-        QTest::newRow("unknown") << 7 << QString();
+        const test::Table<int, QString> table("mode", "column");
+        table.row("none", 0, {});
+        table.row("voltage", 1, "VoltageValue");
+        table.row("resistance", 2, "ResistanceValue");
+        table.row("capacitance", 3, "CapacitanceValue");
+        table.row("diode", 4, "DiodeValue");
+        table.row("buzzer", 5, "DiodeValue");
+        table.row("unknown", 7, {});
     }
 
     void rowOfEachMode()
@@ -60,15 +46,13 @@ private Q_SLOTS:
         QFETCH(int, mode);
         QFETCH(QString, column);
         MultimeterHistory history;
-        QCOMPARE(history.record(mode, QStringLiteral("4.7"), kNow, false), !column.isEmpty());
+        QCOMPARE(history.record(mode, "4.7", kNow, false), !column.isEmpty());
         QCOMPARE(history.currentTable().size(), column.isEmpty() ? 0 : 1);
         if (column.isEmpty())
             return;
         QVariantMap row = history.currentTable().first().toMap();
-        QVERIFY(!QUuid::fromString(QLatin1Char('{') + row.take(QStringLiteral("id")).toString() +
-                                   QLatin1Char('}'))
-                     .isNull());
-        QCOMPARE(row.take(QStringLiteral("dateTime")).toString(), QStringLiteral("2026-03-01 14:05:09"));
+        QVERIFY(!QUuid::fromString(QLatin1Char('{') + row.take("id").toString() + QLatin1Char('}')).isNull());
+        QCOMPARE(row.take("dateTime").toString(), QStringLiteral("2026-03-01 14:05:09"));
         QCOMPARE(row.take(column).toString(), QStringLiteral("4.7"));
         QCOMPARE(row.size(), 3);
         for (const QVariant& other : qAsConst(row))
@@ -82,27 +66,9 @@ private Q_SLOTS:
         for (const QVariantList& rows :
              {history.currentTable(), history.sessionHistory(), history.persistentHistory()}) {
             QCOMPARE(rows.size(), MultimeterHistory::kMaxRows);
-            QCOMPARE(rows.first().toMap().value(QStringLiteral("VoltageValue")).toString(),
-                     QStringLiteral("1002V"));
-            QCOMPARE(rows.last().toMap().value(QStringLiteral("VoltageValue")).toString(),
-                     QStringLiteral("3V"));
+            QCOMPARE(rows.first().toMap().value("VoltageValue").toString(), QStringLiteral("1002V"));
+            QCOMPARE(rows.last().toMap().value("VoltageValue").toString(), QStringLiteral("3V"));
         }
-    }
-
-    void rowsAreRemovedByIndex()
-    {
-        MultimeterHistory history;
-        recordRows(history, 3);
-        QVERIFY(!history.removeCurrentRow(-1));
-        QVERIFY(!history.removeCurrentRow(3));
-        QVERIFY(history.removeCurrentRow(0));
-        QCOMPARE(history.currentTable().first().toMap().value(QStringLiteral("VoltageValue")).toString(),
-                 QStringLiteral("1V"));
-        QCOMPARE(history.sessionHistory().size(), 3);
-        history.clearCurrentTable();
-        QCOMPARE(history.currentTable().size(), 0);
-        history.clearHistories();
-        QCOMPARE(history.sessionHistory().size() + history.persistentHistory().size(), 0);
     }
 
     void fileHoldsTheRowsAndComesBack()
@@ -111,8 +77,8 @@ private Q_SLOTS:
         written.load(m_path);
         recordRows(written, 3);
         QVERIFY(written.save(m_path));
-        const QJsonDocument document = QJsonDocument::fromJson(contentOf(m_path));
-        QCOMPARE(contentOf(m_path), document.toJson(QJsonDocument::Indented));
+        const QJsonDocument document = QJsonDocument::fromJson(test::contentOf(m_path));
+        QCOMPARE(test::contentOf(m_path), document.toJson(QJsonDocument::Indented));
         QCOMPARE(document.array().toVariantList(), written.persistentHistory());
 
         MultimeterHistory read;
@@ -122,45 +88,45 @@ private Q_SLOTS:
 
         read.clearHistories();
         QVERIFY(read.save(m_path));
-        QCOMPARE(QJsonDocument::fromJson(contentOf(m_path)), QJsonDocument(QJsonArray()));
+        QCOMPARE(QJsonDocument::fromJson(test::contentOf(m_path)), QJsonDocument(QJsonArray()));
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1);
     }
 
     void loadingTakesEveryObjectAndRecordingCaps()
     {
         constexpr int kRows = MultimeterHistory::kMaxRows + 500;
-        QJsonArray rows{1, QStringLiteral("text"), QJsonArray(), QJsonValue::Null};
+        QJsonArray rows{1, "text", QJsonArray(), QJsonValue::Null};
         for (int i = 0; i < kRows; ++i)
-            rows.append(QJsonObject{{QStringLiteral("VoltageValue"), QString::number(i)}});
-        writeFile(m_path, QJsonDocument(rows).toJson());
+            rows.append(QJsonObject{{"VoltageValue", QString::number(i)}});
+        QVERIFY(test::writeFile(m_path, QJsonDocument(rows).toJson()));
         MultimeterHistory history;
         history.load(m_path);
         QCOMPARE(history.persistentHistory().size(), kRows);
         recordRows(history, 1);
         QCOMPARE(history.persistentHistory().size(), MultimeterHistory::kMaxRows);
         QVERIFY(history.save(m_path));
-        QCOMPARE(QJsonDocument::fromJson(contentOf(m_path)).array().size(), MultimeterHistory::kMaxRows);
+        QCOMPARE(QJsonDocument::fromJson(test::contentOf(m_path)).array().size(),
+                 MultimeterHistory::kMaxRows);
     }
 
     void aFileThatWasNotReadIsKept_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<bool>("load");
-        QTest::newRow("truncated") << QByteArray("[{\"id\": \"1\"},") << true;
-        QTest::newRow("an object") << QByteArray("{\"id\": \"1\"}") << true;
-        QTest::newRow("empty") << QByteArray() << true;
-        QTest::newRow("no text") << QByteArray(4096, '\xff') << true;
-        QTest::newRow("deep") << QByteArray(200000, '[') << true;
-        QTest::newRow("100 MB") << '[' + QByteArray(100 * 1024 * 1024, ' ') + ']' << true;
-        QTest::newRow("too many elements") << "[0" + QByteArray(",0").repeated(1500000) + ']' << true;
-        QTest::newRow("from before") << QByteArray("[]") << false;
+        const test::Table<QByteArray, bool> table("content", "load");
+        table.row("truncated", "[{\"id\": \"1\"},", true);
+        table.row("an object", "{\"id\": \"1\"}", true);
+        table.row("empty", {}, true);
+        table.row("no text", QByteArray(4096, '\xff'), true);
+        table.row("deep", QByteArray(200000, '['), true);
+        table.row("100 MB", '[' + QByteArray(100 * 1024 * 1024, ' ') + ']', true);
+        table.row("too many elements", "[0" + QByteArray(",0").repeated(1500000) + ']', true);
+        table.row("from before", "[]", false);
     }
 
     void aFileThatWasNotReadIsKept()
     {
         QFETCH(QByteArray, content);
         QFETCH(bool, load);
-        writeFile(m_path, content);
+        QVERIFY(test::writeFile(m_path, content));
         MultimeterHistory history;
         if (load)
             history.load(m_path);
@@ -168,25 +134,25 @@ private Q_SLOTS:
         recordRows(history, 2);
         QVERIFY(history.save(m_path));
         QVERIFY(history.save(m_path));
-        QCOMPARE(QJsonDocument::fromJson(contentOf(m_path)).array().size(), 2);
+        QCOMPARE(QJsonDocument::fromJson(test::contentOf(m_path)).array().size(), 2);
 
-        const QFileInfoList kept = QDir(m_folder->path()).entryInfoList({QStringLiteral("*.unread-*.json")});
+        const QFileInfoList kept = QDir(m_folder->path()).entryInfoList({"*.unread-*.json"});
         QCOMPARE(kept.size(), 1);
-        QVERIFY(contentOf(kept.first().filePath()) == content);
+        QVERIFY(test::contentOf(kept.first().filePath()) == content);
     }
 
     void failedWriteKeepsFileAndRows_data()
     {
-        QTest::addColumn<bool>("known");
-        QTest::newRow("known file") << true;
-        QTest::newRow("unread file") << false;
+        const test::Table<bool> table("known");
+        table.row("known file", true);
+        table.row("unread file", false);
     }
 
     void failedWriteKeepsFileAndRows()
     {
         QFETCH(bool, known);
-        writeFile(m_path, known ? "[{\"id\":\"1\"}]" : "no history");
-        const QByteArray before = contentOf(m_path);
+        QVERIFY(test::writeFile(m_path, known ? "[{\"id\":\"1\"}]" : "no history"));
+        const QByteArray before = test::contentOf(m_path);
         MultimeterHistory history;
         history.load(m_path);
         recordRows(history, MultimeterHistory::kMaxRows);
@@ -194,18 +160,19 @@ private Q_SLOTS:
             const test::FileSizeLimit diskFull(10000);
             QVERIFY(!history.save(m_path));
         }
-        QCOMPARE(contentOf(m_path), before);
+        QCOMPARE(test::contentOf(m_path), before);
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1);
         QCOMPARE(history.persistentHistory().size(), MultimeterHistory::kMaxRows);
         QVERIFY(history.save(m_path));
-        QCOMPARE(QJsonDocument::fromJson(contentOf(m_path)).array().size(), MultimeterHistory::kMaxRows);
+        QCOMPARE(QJsonDocument::fromJson(test::contentOf(m_path)).array().size(),
+                 MultimeterHistory::kMaxRows);
     }
 
     void noFolderAndFolderInPlaceOfTheFile()
     {
         MultimeterHistory history;
         recordRows(history, 1);
-        QVERIFY(!history.save(m_folder->filePath(QStringLiteral("missing/file.json"))));
+        QVERIFY(!history.save(m_folder->filePath("missing/file.json")));
 
         QVERIFY(QDir().mkpath(m_path));
         history.load(m_path);

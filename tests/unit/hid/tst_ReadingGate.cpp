@@ -34,19 +34,18 @@ private Q_SLOTS:
     void recordsTheFifthIdenticalReading()
     {
         GateBench bench;
-        QCOMPARE(bench.feed(1, QStringLiteral("1.234V"), 4), 0);
-        QCOMPARE(bench.feed(1, QStringLiteral(" 1.234V "), 1), 1); // White space around it does not count.
-        QCOMPARE(bench.feed(1, QStringLiteral("1.234V"), 100), 0);
+        QCOMPARE(bench.feed(1, "1.234V", 4), 0);
+        QCOMPARE(bench.feed(1, " 1.234V ", 1), 1); // White space around it does not count.
+        QCOMPARE(bench.feed(1, "1.234V", 100), 0);
     }
 
     void anotherReadingRestartsTheCount_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("value");
-        QTest::newRow("other text") << 1 << QStringLiteral("7.5V");
-        QTest::newRow("other function") << 4 << QStringLiteral("1.234V");
-        QTest::newRow("invalid") << 1 << QStringLiteral("OL");
-        QTest::newRow("no function") << 0 << QStringLiteral("1.234V");
+        const test::Table<int, QString> table("mode", "value");
+        table.row("other text", 1, "7.5V");
+        table.row("other function", 4, "1.234V");
+        table.row("invalid", 1, "OL");
+        table.row("no function", 0, "1.234V");
     }
 
     void anotherReadingRestartsTheCount()
@@ -54,37 +53,19 @@ private Q_SLOTS:
         QFETCH(int, mode);
         QFETCH(QString, value);
         GateBench bench;
-        QCOMPARE(bench.feed(1, QStringLiteral("1.234V"), 4), 0);
+        QCOMPARE(bench.feed(1, "1.234V", 4), 0);
         QCOMPARE(bench.feed(mode, value, 1), 0);
-        QCOMPARE(bench.feed(1, QStringLiteral("1.234V"), 4), 0);
-        QCOMPARE(bench.feed(1, QStringLiteral("1.234V"), 1), 1);
+        QCOMPARE(bench.feed(1, "1.234V", 4), 0);
+        QCOMPARE(bench.feed(1, "1.234V", 1), 1);
     }
 
     void placeholdersAreNeverRecorded_data()
     {
-        QTest::addColumn<QString>("value");
-        const QStringList values{QString(),
-                                 QStringLiteral("  "),
-                                 QStringLiteral("0.000V"),
-                                 QStringLiteral("000"),
-                                 QStringLiteral("-0,0V"),
-                                 QStringLiteral("+0 mV"),
-                                 QStringLiteral("0Ω"),
-                                 QStringLiteral("0.0℃"),
-                                 QStringLiteral("OL"),
-                                 QStringLiteral("-OL-"),
-                                 QStringLiteral("O L"),
-                                 QStringLiteral("open"),
-                                 QStringLiteral("Err"),
-                                 QStringLiteral("1err2"),
-                                 QStringLiteral("V"),
-                                 QStringLiteral("kΩ"),
-                                 QStringLiteral("??"),
-                                 QStringLiteral("[NULL]"),
-                                 QStringLiteral("0.OL"),
-                                 QStringLiteral("--FAIL--")};
-        for (const QString& value : values)
-            QTest::newRow(qPrintable(QLatin1Char('"') + value + QLatin1Char('"'))) << value;
+        const test::Table<QString> table("value");
+        for (const char* value :
+             {"",    "  ",   "0.000V", "000",   "-0,0V", "+0 mV", "0Ω", "0.0℃",   "OL",   "-OL-",
+              "O L", "open", "Err",    "1err2", "V",     "kΩ",    "??", "[NULL]", "0.OL", "--FAIL--"})
+            table.row(value, value);
     }
 
     void placeholdersAreNeverRecorded()
@@ -97,33 +78,25 @@ private Q_SLOTS:
 
     void sameReadingWithin16Seconds_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("second");
-        QTest::addColumn<bool>("recorded");
-
-        const auto row = [](const char* name, int mode, const char* first, const char* second,
-                            bool recorded) {
-            QTest::newRow(name) << mode << QString::fromUtf8(first) << QString::fromUtf8(second) << recorded;
-        };
-        row("one millivolt up", 1, "1.234V", "1.235V", false);
-        row("one millivolt down", 1, "1.234V", "1.233V", false);
+        const test::Table<int, QString, QString, bool> table("mode", "first", "second", "recorded");
+        table.row("one millivolt up", 1, "1.234V", "1.235V", false);
+        table.row("one millivolt down", 1, "1.234V", "1.233V", false);
         // N-1..N+1 of both overlap up to two millivolts apart.
-        row("two millivolts up", 1, "1.234V", "1.236V", false);
-        row("three millivolts up", 1, "1.234V", "1.237V", true);
-        row("millivolt unit", 1, "500.4mV", "501.3mV", false);
-        row("millivolt unit, far", 1, "500mV", "504mV", true);
-        row("volts and millivolts", 1, "1.234V", "1234mV", true);
-        row("diode", 4, "0.612V", "0.613V", false);
-        row("buzzer", 5, "0.612V", "0.613V", false);
-        row("resistance", 2, "1.234Ω", "1.235Ω", true);
-        row("capacitance", 3, "1.234nF", "1.235nF", true);
-        row("comma as decimal point", 1, "1,234V", "1.235V", false);
-        row("capital letters", 1, "1.234v", "1.234V", false);
-        row("blanks inside", 2, "4.7 kΩ", "4.7kΩ", false);
-        row("no number", 1, "V=1.234", "V=1.235", true);
-        row("beyond exact millivolts", 1, "99999999999999999V", "99999999999999998V", true);
-        row("number that overflows", 1, "1V", "9999999999999999999999999999V", true);
+        table.row("two millivolts up", 1, "1.234V", "1.236V", false);
+        table.row("three millivolts up", 1, "1.234V", "1.237V", true);
+        table.row("millivolt unit", 1, "500.4mV", "501.3mV", false);
+        table.row("millivolt unit, far", 1, "500mV", "504mV", true);
+        table.row("volts and millivolts", 1, "1.234V", "1234mV", true);
+        table.row("diode", 4, "0.612V", "0.613V", false);
+        table.row("buzzer", 5, "0.612V", "0.613V", false);
+        table.row("resistance", 2, "1.234Ω", "1.235Ω", true);
+        table.row("capacitance", 3, "1.234nF", "1.235nF", true);
+        table.row("comma as decimal point", 1, "1,234V", "1.235V", false);
+        table.row("capital letters", 1, "1.234v", "1.234V", false);
+        table.row("blanks inside", 2, "4.7 kΩ", "4.7kΩ", false);
+        table.row("no number", 1, "V=1.234", "V=1.235", true);
+        table.row("beyond exact millivolts", 1, "99999999999999999V", "99999999999999998V", true);
+        table.row("number that overflows", 1, "1V", "9999999999999999999999999999V", true);
     }
 
     void sameReadingWithin16Seconds()
@@ -140,29 +113,29 @@ private Q_SLOTS:
     void recordsAgainAfterMoreThan16Seconds()
     {
         GateBench bench;
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 5), 1);
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 1, 16000), 0);
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 1, 1), 1);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 5), 1);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 1, 16000), 0);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 1, 1), 1);
     }
 
     void changingBackSoonRecordsNothingAnew()
     {
         GateBench bench;
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 5), 1);
-        QCOMPARE(bench.feed(2, QStringLiteral("9.1kΩ"), 5), 1);
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 5), 0);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 5), 1);
+        QCOMPARE(bench.feed(2, "9.1kΩ", 5), 1);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 5), 0);
         bench.gate.reset();
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 5), 0);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 5), 0);
         bench.gate.forgetRecentReadings();
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 5), 1);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 5), 1);
     }
 
     void forgettingDoesNotRecordASteadyReadingAtOnce()
     {
         GateBench bench;
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 5), 1);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 5), 1);
         bench.gate.forgetRecentReadings();
-        QCOMPARE(bench.feed(2, QStringLiteral("4.7kΩ"), 10), 0);
+        QCOMPARE(bench.feed(2, "4.7kΩ", 10), 0);
     }
 
     void twelveHoursKeepTheTableSmall()

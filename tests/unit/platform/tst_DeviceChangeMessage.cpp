@@ -11,19 +11,16 @@ class DeviceChangeMessageTest : public TestCase
 private Q_SLOTS:
     void codes_data()
     {
-        QTest::addColumn<QByteArray>("eventType");
-        QTest::addColumn<unsigned>("message");
-        QTest::addColumn<quint64>("wParam");
-        QTest::addColumn<bool>("accepted");
+        const test::Table<QByteArray, unsigned, quint64, bool> table("eventType", "message", "wParam",
+                                                                     "accepted");
         const QByteArray generic("windows_generic_MSG");
-        QTest::newRow("nodes changed") << generic << 0x0219U << quint64(0x0007) << true;
-        QTest::newRow("arrival") << generic << 0x0219U << quint64(0x8000) << true;
-        QTest::newRow("removal, dispatcher")
-            << QByteArray("windows_dispatcher_MSG") << 0x0219U << quint64(0x8004) << true;
-        QTest::newRow("configuration changed") << generic << 0x0219U << quint64(0x0018) << false;
-        QTest::newRow("another message") << generic << 0x0218U << quint64(0x8000) << false;
-        QTest::newRow("X event") << QByteArray("xcb_generic_event_t") << 0x0219U << quint64(0x8000) << false;
-        QTest::newRow("no type") << QByteArray() << 0x0219U << quint64(0x8000) << false;
+        table.row("nodes changed", generic, 0x0219U, quint64(0x0007), true);
+        table.row("arrival", generic, 0x0219U, quint64(0x8000), true);
+        table.row("removal, dispatcher", "windows_dispatcher_MSG", 0x0219U, quint64(0x8004), true);
+        table.row("configuration changed", generic, 0x0219U, quint64(0x0018), false);
+        table.row("another message", generic, 0x0218U, quint64(0x8000), false);
+        table.row("X event", "xcb_generic_event_t", 0x0219U, quint64(0x8000), false);
+        table.row("no type", {}, 0x0219U, quint64(0x8000), false);
     }
 
     void codes()

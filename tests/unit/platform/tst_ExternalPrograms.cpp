@@ -22,7 +22,7 @@ private Q_SLOTS:
             QCoreApplication::applicationDirPath() + QStringLiteral("/plugins/sunxi-tools/sunxi-fel");
         QFile::remove(shipped);
         QCOMPARE(platform::flashToolPath(), shipped);
-        const QString installed = scripts.add(QStringLiteral("sunxi-fel"), ":");
+        const QString installed = scripts.add("sunxi-fel", ":");
         QCOMPARE(platform::flashToolPath(), installed);
         QVERIFY(QDir().mkpath(QFileInfo(shipped).path()));
         QVERIFY(QFile::copy(installed, shipped));
@@ -36,12 +36,12 @@ private Q_SLOTS:
     void installerPathIsOneArgument()
     {
         const test::ScriptFolder scripts;
-        scripts.addRecorder(QStringLiteral("xdg-open"), ":");
-        const QString installer = QStringLiteral("/tmp/A User's/Quorvel-installer.exe");
+        scripts.addRecorder("xdg-open", ":");
+        const QString installer = "/tmp/A User's/Quorvel-installer.exe";
         QVERIFY(platform::openInstaller(installer));
-        QTRY_COMPARE(scripts.calls(QStringLiteral("xdg-open")), QList<QStringList>{{installer}});
+        QTRY_COMPARE(scripts.calls("xdg-open"), QList<QStringList>{{installer}});
 
-        const platform::ShellCommand windows = platform::explorerCommand(QStringLiteral("C:/A User/x.exe"));
+        const platform::ShellCommand windows = platform::explorerCommand("C:/A User/x.exe");
         QCOMPARE(windows.program, QStringLiteral("explorer"));
         QCOMPARE(windows.arguments, QStringList{"file:///C:/A User/x.exe"});
     }
@@ -50,7 +50,7 @@ private Q_SLOTS:
     {
         const test::ScriptFolder scripts;
         qputenv("PATH", QFile::encodeName(scripts.path(QString())));
-        QVERIFY(!platform::openInstaller(QStringLiteral("/tmp/x.exe")));
+        QVERIFY(!platform::openInstaller("/tmp/x.exe"));
     }
 };
 

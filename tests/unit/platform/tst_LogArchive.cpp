@@ -18,13 +18,6 @@ class LogArchiveTest : public TestCase
     Q_OBJECT
 
 private:
-    static void write(const QString& path, const QByteArray& content)
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(content), qint64(content.size()));
-    }
-
     static QByteArray noise(int bytes)
     {
         QByteArray data(bytes, Qt::Uninitialized);
@@ -45,32 +38,30 @@ private Q_SLOTS:
         const QTemporaryDir home;
         const QDir folder(home.path());
         // An apostrophe, blanks and Chinese in every place where a name can be.
-        const QString logs = folder.filePath(QStringLiteral("O'Neil 日志"));
+        const QString logs = folder.filePath("O'Neil 日志");
         QVERIFY(folder.mkpath(logs + QStringLiteral("/older")));
-        write(logs + QStringLiteral("/system_manager_20261123.log"), "[2026-11-23 10:00:00.000] one\n");
-        write(logs + QStringLiteral("/older/记录 1.txt"), noise(3 * 1024 * 1024));
-        write(logs + QStringLiteral("/empty.log"), QByteArray());
-        const QString archive = folder.filePath(QStringLiteral("it's.zip"));
+        QVERIFY(test::writeFile(logs + QStringLiteral("/system_manager_20261123.log"),
+                                "[2026-11-23 10:00:00.000] one\n"));
+        QVERIFY(test::writeFile(logs + QStringLiteral("/older/记录 1.txt"), noise(3 * 1024 * 1024)));
+        QVERIFY(test::writeFile(logs + QStringLiteral("/empty.log"), QByteArray()));
+        const QString archive = folder.filePath("it's.zip");
 
         const ArchiveOutcome outcome = pack(logs, archive);
         QVERIFY2(outcome.ran && outcome.exitCode == 0, qPrintable(outcome.standardError));
-        const QString out = folder.filePath(QStringLiteral("out"));
-        QCOMPARE(
-            QProcess::execute(QStringLiteral("python3"), {QStringLiteral("-m"), QStringLiteral("zipfile"),
-                                                          QStringLiteral("-e"), archive, out}),
-            0);
-        QCOMPARE(QProcess::execute(QStringLiteral("diff"), {QStringLiteral("-r"), logs, out}), 0);
+        const QString out = folder.filePath("out");
+        QCOMPARE(QProcess::execute("python3", {"-m", "zipfile", "-e", archive, out}), 0);
+        QCOMPARE(QProcess::execute("diff", {"-r", logs, out}), 0);
         QVERIFY(!QFile::exists(archive + QStringLiteral(".part")));
     }
 
     void failuresLeaveNothing_data()
     {
-        QTest::addColumn<QString>("fault");
-        QTest::newRow("full disk") << "full";
-        QTest::newRow("no such target folder") << "target";
-        QTest::newRow("cancelled") << "cancelled";
-        QTest::newRow("empty folder") << "empty";
-        QTest::newRow("a file that cannot be read") << "unreadable";
+        const test::Table<QString> table("fault");
+        table.row("full disk", "full");
+        table.row("no such target folder", "target");
+        table.row("cancelled", "cancelled");
+        table.row("empty folder", "empty");
+        table.row("a file that cannot be read", "unreadable");
     }
 
     void failuresLeaveNothing()
@@ -78,13 +69,13 @@ private Q_SLOTS:
         QFETCH(QString, fault);
         const QTemporaryDir home;
         const QDir folder(home.path());
-        const QString logs = folder.filePath(QStringLiteral("Logs"));
+        const QString logs = folder.filePath("Logs");
         QVERIFY(folder.mkpath(logs));
         if (fault != QLatin1String("empty"))
-            write(logs + QStringLiteral("/a.log"), noise(1024 * 1024));
+            QVERIFY(test::writeFile(logs + QStringLiteral("/a.log"), noise(1024 * 1024)));
         if (fault == QLatin1String("unreadable"))
-            QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), logs + QStringLiteral("/b.log")));
-        const QString target = folder.filePath(QStringLiteral("target"));
+            QVERIFY(QFile::link("/proc/self/mem", logs + QStringLiteral("/b.log")));
+        const QString target = folder.filePath("target");
         if (fault != QLatin1String("target"))
             QVERIFY(folder.mkpath(target));
 

@@ -26,8 +26,7 @@ bool runForReal(const QString& program, const QStringList& arguments, QString* o
 
 QStringList shellArguments(const QString& command)
 {
-    return {QStringLiteral("-NoProfile"), QStringLiteral("-ExecutionPolicy"), QStringLiteral("Bypass"),
-            QStringLiteral("-Command"), command};
+    return {"-NoProfile", "-ExecutionPolicy", "Bypass", "-Command", command};
 }
 
 } // namespace
@@ -39,14 +38,13 @@ class PowerShellTest : public TestCase
 private Q_SLOTS:
     void driverCommands()
     {
-        const QString script = QStringLiteral("C:\\O'Neil\\100%1\\install.ps1");
-        const QString begin = QStringLiteral("$ErrorActionPreference = 'Stop'; $script = "
-                                             "'C:\\O''Neil\\100%1\\install.ps1'; $args = "
-                                             "@('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,");
-        const QString end =
-            QStringLiteral("); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args "
-                           "-Verb RunAs -Wait -PassThru;   exit $p.ExitCode } catch {   "
-                           "Write-Error $_; exit 1223 }");
+        const QString script = "C:\\O'Neil\\100%1\\install.ps1";
+        const QString begin = "$ErrorActionPreference = 'Stop'; $script = "
+                              "'C:\\O''Neil\\100%1\\install.ps1'; $args = "
+                              "@('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,";
+        const QString end = "); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args "
+                            "-Verb RunAs -Wait -PassThru;   exit $p.ExitCode } catch {   "
+                            "Write-Error $_; exit 1223 }";
         QCOMPARE(powershell::installDriverCommand(script),
                  begin + QStringLiteral("'-TrustBundledCertificate','-ScanDevices','-ForceBind'") + end);
         QCOMPARE(powershell::uninstallDriverCommand(script), begin + QStringLiteral("'-ScanDevices'") + end);
@@ -54,61 +52,53 @@ private Q_SLOTS:
 
     void scriptPathWithBlanks()
     {
-        const QString command =
-            powershell::uninstallDriverCommand(QStringLiteral("C:\\Program Files\\Quorvel\\u.ps1"));
+        const QString command = powershell::uninstallDriverCommand("C:\\Program Files\\Quorvel\\u.ps1");
         QVERIFY(command.contains(QStringLiteral("$script = '\"C:\\Program Files\\Quorvel\\u.ps1\"'; ")));
     }
 
     void deviceQuery_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<bool>("found");
-        QTest::addColumn<QString>("detail");
-        const QString detail = QStringLiteral("ok=%1 exitCode=%2 key=VID_1F3A&PID_EFE8 stdout=%3 stderr=%4");
-        QTest::newRow("listed in lower case")
-            << QByteArray("printf '%s\\n' 'usb\\vid_1f3a&pid_efe8\\6&2'; exit 3") << true
-            << detail.arg(1).arg(3).arg("usb\\vid_1f3a&pid_efe8\\6&2", QString());
-        QTest::newRow("another device")
-            << QByteArray("printf 'USB\\\\VID_1F3A&PID_EFE9\\n  more\\n'") << false
-            << detail.arg(1).arg(0).arg("USB\\VID_1F3A&PID_EFE9 more", QString());
-        QTest::newRow("nothing") << QByteArray("echo broken >&2; exit 1") << false
-                                 << detail.arg(1).arg(1).arg(QString(), "broken");
-        QTest::newRow("crash after the answer")
-            << QByteArray("echo 'VID_1F3A&PID_EFE8'; kill -KILL $$") << false
-            << detail.arg(0).arg(9).arg("VID_1F3A&PID_EFE8", QString());
-        QTest::newRow("long answer") << QByteArray("printf 'x%.0s' $(seq 600)") << false
-                                     << detail.arg(1).arg(0).arg(QString(500, QLatin1Char('x')), QString());
+        const test::Table<QByteArray, bool, QString> table("body", "found", "detail");
+        const QString detail = "ok=%1 exitCode=%2 key=VID_1F3A&PID_EFE8 stdout=%3 stderr=%4";
+        table.row("listed in lower case", "printf '%s\\n' 'usb\\vid_1f3a&pid_efe8\\6&2'; exit 3", true,
+                  detail.arg(1).arg(3).arg("usb\\vid_1f3a&pid_efe8\\6&2", QString()));
+        table.row("another device", "printf 'USB\\\\VID_1F3A&PID_EFE9\\n  more\\n'", false,
+                  detail.arg(1).arg(0).arg("USB\\VID_1F3A&PID_EFE9 more", QString()));
+        table.row("nothing", "echo broken >&2; exit 1", false, detail.arg(1).arg(1).arg(QString(), "broken"));
+        table.row("crash after the answer", "echo 'VID_1F3A&PID_EFE8'; kill -KILL $$", false,
+                  detail.arg(0).arg(9).arg("VID_1F3A&PID_EFE8", QString()));
+        table.row("long answer", "printf 'x%.0s' $(seq 600)", false,
+                  detail.arg(1).arg(0).arg(QString(500, QLatin1Char('x')), QString()));
     }
 
     void deviceQuery()
     {
         QFETCH(QByteArray, body);
         const test::ScriptFolder scripts;
-        scripts.addRecorder(QStringLiteral("powershell"), body);
-        const UsbQuery query =
-            powershell::queryPnpDevice(QStringLiteral("1f3a"), QStringLiteral("efe8"), runForReal);
+        scripts.addRecorder("powershell", body);
+        const UsbQuery query = powershell::queryPnpDevice("1f3a", "efe8", runForReal);
         QTEST(query.found, "found");
         QTEST(query.detail, "detail");
-        QCOMPARE(scripts.calls(QStringLiteral("powershell")),
-                 QList<QStringList>{shellArguments(
-                     QStringLiteral("$ids = Get-CimInstance Win32_PnPEntity | Select-Object -ExpandProperty "
-                                    "PNPDeviceID; $ids | Where-Object { $_ -like '*VID_1F3A&PID_EFE8*' }"))});
+        QCOMPARE(scripts.calls("powershell"),
+                 QList<QStringList>{
+                     shellArguments("$ids = Get-CimInstance Win32_PnPEntity | Select-Object -ExpandProperty "
+                                    "PNPDeviceID; $ids | Where-Object { $_ -like '*VID_1F3A&PID_EFE8*' }")});
     }
 
     void archiveCommand()
     {
         const test::ScriptFolder scripts;
-        scripts.addRecorder(QStringLiteral("powershell"), "echo done; echo 'and a warning' >&2; exit 4");
-        const ArchiveOutcome outcome = powershell::archiveFolder(
-            QStringLiteral("/home/o'neil/Logs"), QStringLiteral("/home/o'neil/''x.zip"), runForReal, false);
+        scripts.addRecorder("powershell", "echo done; echo 'and a warning' >&2; exit 4");
+        const ArchiveOutcome outcome =
+            powershell::archiveFolder("/home/o'neil/Logs", "/home/o'neil/''x.zip", runForReal, false);
         QVERIFY(outcome.ran);
         QCOMPARE(outcome.exitCode, 4);
         QCOMPARE(outcome.standardOutput, QStringLiteral("done\n"));
         QCOMPARE(outcome.standardError, QStringLiteral("and a warning\n"));
-        QCOMPARE(scripts.calls(QStringLiteral("powershell")),
-                 QList<QStringList>{shellArguments(
-                     QStringLiteral("Compress-Archive -Path '/home/o''neil/Logs\\*' -DestinationPath "
-                                    "'/home/o''neil/''''x.zip' -Force"))});
+        QCOMPARE(scripts.calls("powershell"),
+                 QList<QStringList>{
+                     shellArguments("Compress-Archive -Path '/home/o''neil/Logs\\*' -DestinationPath "
+                                    "'/home/o''neil/''''x.zip' -Force")});
     }
 };
 

@@ -21,7 +21,7 @@ private:
     ProcessOutcome run(const QByteArray& body, int finishTimeoutMs = 10000) const
     {
         ProcessRequest request;
-        request.program = m_scripts.add(QStringLiteral("program"), body);
+        request.program = m_scripts.add("program", body);
         request.finishTimeoutMs = finishTimeoutMs;
         return platform::runProcess(request);
     }
@@ -29,18 +29,12 @@ private:
 private Q_SLOTS:
     void endsByItself_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QByteArray>("output");
-        QTest::addColumn<QByteArray>("errors");
-        QTest::newRow("success") << QByteArray("echo out; echo err >&2") << 0 << QByteArray("out\n")
-                                 << QByteArray("err\n");
-        QTest::newRow("failure") << QByteArray("echo no >&2; exit 5") << 5 << QByteArray()
-                                 << QByteArray("no\n");
-        QTest::newRow("more than a pipe holds")
-            << QByteArray("head -c 300000 /dev/zero") << 0 << QByteArray(300000, '\0') << QByteArray();
-        QTest::newRow("asks for input")
-            << QByteArray("read line || echo none") << 0 << QByteArray("none\n") << QByteArray();
+        const test::Table<QByteArray, int, QByteArray, QByteArray> table("body", "exitCode", "output",
+                                                                         "errors");
+        table.row("success", "echo out; echo err >&2", 0, "out\n", "err\n");
+        table.row("failure", "echo no >&2; exit 5", 5, {}, "no\n");
+        table.row("more than a pipe holds", "head -c 300000 /dev/zero", 0, QByteArray(300000, '\0'), {});
+        table.row("asks for input", "read line || echo none", 0, "none\n", {});
     }
 
     void endsByItself()
@@ -56,7 +50,7 @@ private Q_SLOTS:
     void missingProgram()
     {
         ProcessRequest request;
-        request.program = m_scripts.path(QStringLiteral("missing"));
+        request.program = m_scripts.path("missing");
         const ProcessOutcome outcome = platform::runProcess(request);
         QCOMPARE(outcome.end, ProcessOutcome::End::NotStarted);
         QCOMPARE(outcome.exitCode, -1);
@@ -66,7 +60,7 @@ private Q_SLOTS:
 
     void hangingProgramIsKilled()
     {
-        const QString idFile = m_scripts.path(QStringLiteral("id"));
+        const QString idFile = m_scripts.path("id");
         // Deaf to a polite request.
         const ProcessOutcome outcome =
             run("trap '' TERM; echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60", 300);
@@ -80,10 +74,10 @@ private Q_SLOTS:
     void cancelledFromAnotherThread()
     {
         std::atomic_bool cancelled{false};
-        const QString idFile = m_scripts.path(QStringLiteral("cancelled.id"));
+        const QString idFile = m_scripts.path("cancelled.id");
         ProcessRequest request;
-        request.program = m_scripts.add(QStringLiteral("program"),
-                                        "echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60");
+        request.program =
+            m_scripts.add("program", "echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60");
         request.finishTimeoutMs = 60000;
         request.cancelled = &cancelled;
         std::thread canceller([&cancelled, &idFile] {
@@ -96,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(outcome.end, ProcessOutcome::End::Cancelled);
         QVERIFY(!test::processRuns(test::processIdIn(idFile)));
         // Nothing is started any more.
-        request.program = m_scripts.path(QStringLiteral("missing"));
+        request.program = m_scripts.path("missing");
         QCOMPARE(platform::runProcess(request).end, ProcessOutcome::End::Cancelled);
     }
 };

@@ -18,22 +18,21 @@ private Q_SLOTS:
     /// Flags are written as a text of the edges that are set.
     void edgesNameOneBorder_data()
     {
-        QTest::addColumn<QString>("flags");
-        QTest::addColumn<int>("command");
-        QTest::newRow("none") << "" << 0;
-        QTest::newRow("left") << "l" << 0xF001;
-        QTest::newRow("right") << "r" << 0xF002;
-        QTest::newRow("top") << "t" << 0xF003;
-        QTest::newRow("top left") << "lt" << 0xF004;
-        QTest::newRow("top right") << "rt" << 0xF005;
-        QTest::newRow("bottom") << "b" << 0xF006;
-        QTest::newRow("bottom left") << "lb" << 0xF007;
-        QTest::newRow("bottom right") << "rb" << 0xF008;
-        QTest::newRow("left before right") << "lr" << 0xF001;
-        QTest::newRow("top before bottom") << "tb" << 0xF003;
-        QTest::newRow("a corner before its opposite") << "rlt" << 0xF004;
-        QTest::newRow("right top before left bottom") << "rtb" << 0xF005;
-        QTest::newRow("everything") << "lrtb" << 0xF004;
+        const test::Table<QString, int> table("flags", "command");
+        table.row("none", "", 0);
+        table.row("left", "l", 0xF001);
+        table.row("right", "r", 0xF002);
+        table.row("top", "t", 0xF003);
+        table.row("top left", "lt", 0xF004);
+        table.row("top right", "rt", 0xF005);
+        table.row("bottom", "b", 0xF006);
+        table.row("bottom left", "lb", 0xF007);
+        table.row("bottom right", "rb", 0xF008);
+        table.row("left before right", "lr", 0xF001);
+        table.row("top before bottom", "tb", 0xF003);
+        table.row("a corner before its opposite", "rlt", 0xF004);
+        table.row("right top before left bottom", "rtb", 0xF005);
+        table.row("everything", "lrtb", 0xF004);
     }
 
     void edgesNameOneBorder()

@@ -45,9 +45,8 @@ private Q_SLOTS:
     void titlesFollowTheLanguage()
     {
         ToolsManager& manager = *genApp()->toolbox()->toolsManager();
-        QCOMPARE(titles(manager), QStringList({QStringLiteral("主供电检测"), QStringLiteral("电源波形分析"),
-                                               QStringLiteral("万用表测量"), QStringLiteral("充电数据采集"),
-                                               QStringLiteral("用户设置"), QStringLiteral("系统设置")}));
+        QCOMPARE(titles(manager), QStringList({"主供电检测", "电源波形分析", "万用表测量", "充电数据采集",
+                                               "用户设置", "系统设置"}));
         auto* first = manager.settingsPages().constFirst().value<QmlComponentInfo*>();
         QSignalSpy titleChanged(first, &QmlComponentInfo::titleChanged);
         QSignalSpy pagesChanged(&manager, &ToolsManager::settingsPagesChanged);

@@ -11,16 +11,6 @@
 #include <array>
 #include <thread>
 
-namespace {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<not readable>");
-}
-
-} // namespace
-
 class DailyLogTest : public TestCase
 {
     Q_OBJECT
@@ -28,20 +18,20 @@ class DailyLogTest : public TestCase
 private Q_SLOTS:
     void eachDayHasItsFile()
     {
-        const DailyLog log(QStringLiteral("day_%1.log"));
+        const DailyLog log("day_%1.log");
         const QDateTime late(QDate(2026, 3, 1), QTime(23, 59, 59, 999));
         log.append(QString::fromUtf8("a Ω"), late);
         log.append(QStringLiteral("%1 stays"), late.addMSecs(1));
-        log.appendLine(QStringLiteral("bare"), late.addMSecs(1));
+        log.appendLine("bare", late.addMSecs(1));
         QCOMPARE(log.filePath(late), DataFolders::logs() + QStringLiteral("/day_20260301.log"));
-        QCOMPARE(contentOf(log.filePath(late)), QByteArray("[2026-03-01 23:59:59.999] a \xCE\xA9\n"));
-        QCOMPARE(contentOf(log.filePath(late.addMSecs(1))),
+        QCOMPARE(test::contentOf(log.filePath(late)), QByteArray("[2026-03-01 23:59:59.999] a \xCE\xA9\n"));
+        QCOMPARE(test::contentOf(log.filePath(late.addMSecs(1))),
                  QByteArray("[2026-03-02 00:00:00.000] %1 stays\nbare\n"));
     }
 
     void threadsDoNotTearLines()
     {
-        const DailyLog log(QStringLiteral("threads_%1.log"));
+        const DailyLog log("threads_%1.log");
         const QDateTime when(QDate(2026, 3, 1), QTime(12, 0));
         std::array<std::thread, 4> writers;
         for (std::size_t writer = 0; writer < writers.size(); ++writer) {
@@ -52,7 +42,7 @@ private Q_SLOTS:
         }
         for (std::thread& writer : writers)
             writer.join();
-        const QList<QByteArray> lines = contentOf(log.filePath(when)).split('\n');
+        const QList<QByteArray> lines = test::contentOf(log.filePath(when)).split('\n');
         QCOMPARE(lines.size(), 201);
         const QList<QByteArray> written = lines.mid(0, 200);
         for (const QByteArray& line : written)

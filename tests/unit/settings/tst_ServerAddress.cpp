@@ -11,22 +11,14 @@ class ServerAddressTest : public TestCase
 private Q_SLOTS:
     void hosts_data()
     {
-        QTest::addColumn<QString>("host");
-        QTest::addColumn<QString>("base");
-        QTest::newRow("blanks, slashes, no scheme") << " \t10.0.0.7///\n"
-                                                    << "http://10.0.0.7";
-        QTest::newRow("https") << "https://lab.local/"
-                               << "https://lab.local";
-        QTest::newRow("scheme in upper case") << "HTTP://lab"
-                                              << "http://HTTP://lab";
-        QTest::newRow("empty") << ""
-                               << "http://127.0.0.1";
-        QTest::newRow("blank") << "  \t "
-                               << "http://127.0.0.1";
-        QTest::newRow("slashes only") << "///"
-                                      << "http://";
-        QTest::newRow("path stays") << "lab/sub/"
-                                    << "http://lab/sub";
+        const test::Table<QString, QString> table("host", "base");
+        table.row("blanks, slashes, no scheme", " \t10.0.0.7///\n", "http://10.0.0.7");
+        table.row("https", "https://lab.local/", "https://lab.local");
+        table.row("scheme in upper case", "HTTP://lab", "http://HTTP://lab");
+        table.row("empty", "", "http://127.0.0.1");
+        table.row("blank", "  \t ", "http://127.0.0.1");
+        table.row("slashes only", "///", "http://");
+        table.row("path stays", "lab/sub/", "http://lab/sub");
     }
 
     void hosts()
@@ -37,9 +29,9 @@ private Q_SLOTS:
 
     void urls()
     {
-        const QString host = QStringLiteral("lab/");
-        QCOMPARE(server::url(host, 8078, QStringLiteral("/api/x")), QStringLiteral("http://lab:8078/api/x"));
-        QCOMPARE(server::url(host, 8078, QStringLiteral("api/x")), QStringLiteral("http://lab:8078/api/x"));
+        const QString host = "lab/";
+        QCOMPARE(server::url(host, 8078, "/api/x"), QStringLiteral("http://lab:8078/api/x"));
+        QCOMPARE(server::url(host, 8078, "api/x"), QStringLiteral("http://lab:8078/api/x"));
     }
 
     void ports()

@@ -22,9 +22,9 @@ QByteArray catalogueOf(const QString& type, const QStringList& urls, const QStri
 {
     QJsonArray files;
     for (int i = 0; i < urls.size(); ++i)
-        files.append(QJsonObject{{QStringLiteral("url"), urls.at(i)}, {QStringLiteral("name"), names.at(i)}});
-    const QJsonObject entry{{QStringLiteral("type"), type}, {QStringLiteral("files"), files}};
-    return QJsonDocument(QJsonObject{{QStringLiteral("firmware"), QJsonArray{entry}}}).toJson();
+        files.append(QJsonObject{{"url", urls.at(i)}, {"name", names.at(i)}});
+    const QJsonObject entry{{"type", type}, {"files", files}};
+    return QJsonDocument(QJsonObject{{"firmware", QJsonArray{entry}}}).toJson();
 }
 
 ManagerFixture::ManagerFixture() : toolbox(nullptr)
@@ -33,18 +33,17 @@ ManagerFixture::ManagerFixture() : toolbox(nullptr)
     delete toolbox.systemManager();
     delete toolbox.hidLink();
     cleanFolders();
-    toolbox.genSettings()->setValue(QStringLiteral("usbDebugEnabled"), true, QStringLiteral("sysSettings"));
-    toolbox.genSettings()->setValue(QStringLiteral("serverHost"), QStringLiteral("127.0.0.1"),
-                                    QStringLiteral("sysSettings"));
-    toolbox.genSettings()->setValue(QStringLiteral("apiPort"), server.port(), QStringLiteral("sysSettings"));
+    toolbox.genSettings()->setValue("usbDebugEnabled", true, "sysSettings");
+    toolbox.genSettings()->setValue("serverHost", "127.0.0.1", "sysSettings");
+    toolbox.genSettings()->setValue("apiPort", server.port(), "sysSettings");
     timings.statusPeriodMs = cNever;
     timings.firstPresenceCheckMs = cNever;
     timings.pauseBeforeDownloadsMs = 1;
     timings.pauseAfterFlashingMs = 1;
     services.findUsbDevice = [](const QString&, const QString&, const platform::ProcessRun&) {
-        return platform::UsbQuery{true, QStringLiteral("always")};
+        return platform::UsbQuery{true, "always"};
     };
-    services.flashToolPath = [this] { return scripts.path(QStringLiteral("sunxi-fel")); };
+    services.flashToolPath = [this] { return scripts.path("sunxi-fel"); };
 }
 
 ManagerFixture::~ManagerFixture() = default;
@@ -80,9 +79,7 @@ SystemManager& ManagerFixture::start()
 
 SystemManager& ManagerFixture::startWithCatalogue(const QStringList& urls, const QStringList& names)
 {
-    HttpFaultServer::Reply reply;
-    reply.body = catalogueOf(QStringLiteral("F1"), urls, names);
-    server.setReply("/api/mcu/firmware_list", reply);
+    server.setReply("/api/mcu/firmware_list", HttpFaultServer::Reply::of(catalogueOf("F1", urls, names)));
     SystemManager& created = start();
     QSignalSpy types(&created, &SystemManager::mcuTypesChanged);
     [&types] { QTRY_COMPARE(types.count(), 1); }();
@@ -92,17 +89,9 @@ SystemManager& ManagerFixture::startWithCatalogue(const QStringList& urls, const
 QStringList ManagerFixture::log() const
 {
     QStringList lines;
-    QFile file(manager->systemLogFilePath());
-    if (!file.open(QIODevice::ReadOnly))
-        return lines;
-    const QStringList stamped =
-        QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QString text = QString::fromUtf8(test::contentOf(manager->systemLogFilePath()));
+    const QStringList stamped = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString& line : stamped)
         lines.append(line.mid(cTimeStampLength));
     return lines;
-}
-
-bool ManagerFixture::logHas(const QString& text) const
-{
-    return log().contains(text);
 }

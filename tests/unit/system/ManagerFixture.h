@@ -5,10 +5,12 @@
 #include "system/SystemManager.h"
 #include "tests/support/HttpFaultServer.h"
 #include "tests/support/ScriptFolder.h"
+#include "tests/support/TestCase.h"
 
 #include <QSignalSpy>
 
 #include <memory>
+#include <optional>
 
 /**
  * A system manager on a real settings store and a real HTTP server, with scripts for the external programs.
@@ -31,9 +33,16 @@ public:
     static QString cacheDir();
     /// Names of everything in the firmware cache.
     static QStringList cached();
+    /// Puts a script there that never ends; the file that holds its process id while it runs.
+    QString addHanging(const QString& name) const
+    {
+        const QString id = scripts.path(name + ".id");
+        scripts.add(name, "echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
+        return id;
+    }
     /// Today's log without the time stamps.
     QStringList log() const;
-    bool logHas(const QString& text) const;
+    bool logHas(const QString& text) const { return log().contains(text); }
 
     GenToolbox toolbox;
     HttpFaultServer server;
@@ -44,6 +53,27 @@ public:
     /// The messages and progress values since start().
     QStringList messages;
     QList<int> progress;
+};
+
+/// Base of the manager's tests: a new fixture for each of them.
+class ManagerTestCase : public TestCase
+{
+    Q_OBJECT
+
+protected:
+    std::optional<ManagerFixture> m_fixture;
+
+protected Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_fixture.emplace();
+    }
+    void cleanup()
+    {
+        m_fixture.reset();
+        TestCase::cleanup();
+    }
 };
 
 /// A catalogue with one type.

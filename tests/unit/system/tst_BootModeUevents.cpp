@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/DeviceChangeMessage.h"
 #include "platform/DeviceNotice.h"
-#include "tests/support/TestCase.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 // GLib's headers use "signals" as a name.
@@ -12,8 +11,6 @@
 #include <QStandardPaths>
 #include <QtTest>
 
-#include <optional>
-
 namespace {
 
 const QByteArray cBootMode("1f3a efe8");
@@ -22,13 +19,12 @@ const QByteArray cInstrument("0483 5750");
 } // namespace
 
 /// The real udev code on a mock device tree: this program runs under umockdev's wrapper.
-class BootModeUeventsTest : public TestCase
+class BootModeUeventsTest : public ManagerTestCase
 {
     Q_OBJECT
 
 private:
     UMockdevTestbed* m_testbed = nullptr;
-    std::optional<ManagerFixture> m_fixture;
     QList<QByteArray> m_plugged;
 
     void plug(const QByteArray& name, const QByteArray& device)
@@ -56,7 +52,7 @@ private:
     {
         m_fixture->services.findUsbDevice = platform::findUsbDevice;
         SystemManager& manager = m_fixture->start();
-        [this] { QTRY_VERIFY(m_fixture->logHas(QStringLiteral("Native event filter installed."))); }();
+        [this] { QTRY_VERIFY(m_fixture->logHas("Native event filter installed.")); }();
         return manager;
     }
 
@@ -72,19 +68,17 @@ private Q_SLOTS:
 
     void init()
     {
-        TestCase::init();
-        m_fixture.emplace();
+        ManagerTestCase::init();
         m_fixture->server.close();
-        m_fixture->scripts.addRecorder(QStringLiteral("sunxi-fel"), "echo AWUSBFEX");
+        m_fixture->scripts.addRecorder("sunxi-fel", "echo AWUSBFEX");
     }
 
     void cleanup()
     {
-        m_fixture.reset();
+        ManagerTestCase::cleanup();
         const QList<QByteArray> plugged = m_plugged;
         for (const QByteArray& name : plugged)
             unplug(name);
-        TestCase::cleanup();
     }
 
     void plugAndUnplug()
@@ -105,18 +99,17 @@ private Q_SLOTS:
         SystemManager& manager = start();
         const QSignalSpy changes(&manager, &SystemManager::usbConnectedChanged);
         plug("1-1", cInstrument);
-        QTRY_VERIFY(m_fixture->logHas(
-            QStringLiteral("requestConnectionStateRefresh completed: usbConnected=0 felReady=0")));
+        QTRY_VERIFY(m_fixture->logHas("requestConnectionStateRefresh completed: usbConnected=0 felReady=0"));
         QCOMPARE(changes.count(), 0);
-        QVERIFY(m_fixture->scripts.calls(QStringLiteral("sunxi-fel")).isEmpty());
+        QVERIFY(m_fixture->scripts.calls("sunxi-fel").isEmpty());
     }
 
     /// A bad contact: whatever the burst looked like, the state at its end is the true one.
     void burst_data()
     {
-        QTest::addColumn<bool>("pluggedAtTheEnd");
-        QTest::newRow("ends plugged in") << true;
-        QTest::newRow("ends unplugged") << false;
+        const test::Table<bool> table("pluggedAtTheEnd");
+        table.row("ends plugged in", true);
+        table.row("ends unplugged", false);
     }
 
     void burst()
@@ -133,7 +126,7 @@ private Q_SLOTS:
             plug("1-2", cBootMode);
         QTRY_COMPARE(manager.usbConnected(), pluggedAtTheEnd);
         QTRY_COMPARE(manager.felReady(), pluggedAtTheEnd);
-        QVERIFY(m_fixture->log().filter(QStringLiteral("WM_DEVICECHANGE received")).size() <= 50);
+        QVERIFY(m_fixture->log().filter("WM_DEVICECHANGE received").size() <= 50);
     }
 
     void noticeTellsArrivalAndRemoval()
@@ -150,8 +143,7 @@ private Q_SLOTS:
     /// The real tool on a bus where it cannot reach a controller.
     void realToolWithoutController()
     {
-        const QString tool =
-            QStandardPaths::findExecutable(QStringLiteral("sunxi-fel"), {QStringLiteral("/usr/bin")});
+        const QString tool = QStandardPaths::findExecutable("sunxi-fel", {"/usr/bin"});
         if (tool.isEmpty())
             QSKIP("sunxi-fel is not installed.");
         m_fixture->services.flashToolPath = [tool] { return tool; };

@@ -16,33 +16,17 @@ class DriverJobTest : public TestCase
 private Q_SLOTS:
     void messages_data()
     {
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QString>("errors");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("success") << true << 0 << "talk"
-                                 << "warning"
-                                 << "done";
-        QTest::newRow("refused by the user") << false << 1223 << ""
-                                             << "long story"
-                                             << "cancelled";
-        QTest::newRow("errors before output") << false << 5 << "out"
-                                              << " denied \n"
-                                              << "failed 5 denied";
-        QTest::newRow("output without errors") << false << 2 << "  missing\n"
-                                               << " \n"
-                                               << "failed 2 missing";
-        QTest::newRow("silent") << false << 1 << ""
-                                << ""
-                                << "failed 1";
-        QTest::newRow("crash with code 0") << false << 0 << ""
-                                           << ""
-                                           << "failed 0";
-        QTest::newRow("not started") << false << -1 << ""
-                                     << "Failed to start process: powershell"
-                                     << "failed -1 Failed to start process: powershell";
-        QTest::newRow("long") << false << 9 << "" << QString(300, 'e') << "failed 9 " + QString(180, 'e');
+        const test::Table<bool, int, QString, QString, QString> table("ok", "exitCode", "output", "errors",
+                                                                      "message");
+        table.row("success", true, 0, "talk", "warning", "done");
+        table.row("refused by the user", false, 1223, "", "long story", "cancelled");
+        table.row("errors before output", false, 5, "out", " denied \n", "failed 5 denied");
+        table.row("output without errors", false, 2, "  missing\n", " \n", "failed 2 missing");
+        table.row("silent", false, 1, "", "", "failed 1");
+        table.row("crash with code 0", false, 0, "", "", "failed 0");
+        table.row("not started", false, -1, "", "Failed to start process: powershell",
+                  "failed -1 Failed to start process: powershell");
+        table.row("long", false, 9, "", QString(300, 'e'), "failed 9 " + QString(180, 'e'));
     }
 
     void messages()
@@ -60,20 +44,16 @@ private Q_SLOTS:
 
     void fileIsFoundWhereItCountsMost_data()
     {
-        QTest::addColumn<Finder>("find");
-        QTest::addColumn<QStringList>("places");
-        const QString install = QStringLiteral("FELdrivers/install-fel-winusb-driver.ps1");
-        const QString uninstall = QStringLiteral("FELdrivers/uninstall-fel-winusb-driver.ps1");
-        const QString legacy = QStringLiteral("sunxi-fel-USB-zadig-2.3.exe");
-        QTest::newRow("install") << Finder(&driver::findFelDriverScript)
-                                 << QStringList{"cwd/docs/" + install, "app/docs/" + install,
-                                                "app/" + install};
-        QTest::newRow("uninstall") << Finder(&driver::findFelDriverUninstallScript)
-                                   << QStringList{"cwd/docs/" + uninstall, "app/docs/" + uninstall,
-                                                  "app/" + uninstall};
-        QTest::newRow("legacy") << Finder(&driver::findLegacyFelDriverInstaller)
-                                << QStringList{"cwd/deploy/" + legacy, "app/deploy/" + legacy,
-                                               "app/" + legacy};
+        const test::Table<Finder, QStringList> table("find", "places");
+        const QString install = "FELdrivers/install-fel-winusb-driver.ps1";
+        const QString uninstall = "FELdrivers/uninstall-fel-winusb-driver.ps1";
+        const QString legacy = "sunxi-fel-USB-zadig-2.3.exe";
+        table.row("install", Finder(&driver::findFelDriverScript),
+                  QStringList{"cwd/docs/" + install, "app/docs/" + install, "app/" + install});
+        table.row("uninstall", Finder(&driver::findFelDriverUninstallScript),
+                  QStringList{"cwd/docs/" + uninstall, "app/docs/" + uninstall, "app/" + uninstall});
+        table.row("legacy", Finder(&driver::findLegacyFelDriverInstaller),
+                  QStringList{"cwd/deploy/" + legacy, "app/deploy/" + legacy, "app/" + legacy});
     }
 
     void fileIsFoundWhereItCountsMost()
@@ -82,8 +62,8 @@ private Q_SLOTS:
         QFETCH(QStringList, places);
         const QTemporaryDir home;
         const QDir folder(home.path());
-        const QString app = folder.filePath(QStringLiteral("app"));
-        const QString working = folder.filePath(QStringLiteral("cwd"));
+        const QString app = folder.filePath("app");
+        const QString working = folder.filePath("cwd");
         QCOMPARE(find(app, working), QString());
         // The least important place first: each further one takes over.
         for (const QString& place : places) {

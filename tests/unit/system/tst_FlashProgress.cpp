@@ -11,18 +11,17 @@ class FlashProgressTest : public TestCase
 private Q_SLOTS:
     void percentages_data()
     {
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<int>("percent");
+        const test::Table<QString, int> table("output", "percent");
         // As the tool prints them, with the carriage returns gone.
-        QTest::newRow("bar") << " 12% [=====               ] 102.4 kB/s, ETA 00:31 " << 12;
-        QTest::newRow("two updates in one piece") << " 12% [=  ] 40.0 kB/s, ETA 00:31  40% [== ]" << 12;
-        QTest::newRow("end") << "100% [====]   992 kB,  101.3 kB/s\n" << 100;
-        QTest::newRow("none") << "AWUSBFEX soc=00001663(F1C100s) 00000001" << -1;
-        QTest::newRow("a sign without a number") << "% done" << -1;
-        QTest::newRow("a fraction") << "99.5%" << 5;
-        QTest::newRow("beyond everything") << "99999999999999999999%" << 100;
-        QTest::newRow("beyond the end") << "250%" << 100;
-        QTest::newRow("digits of another script") << QStringLiteral("٤٢%") << -1;
+        table.row("bar", " 12% [=====               ] 102.4 kB/s, ETA 00:31 ", 12);
+        table.row("two updates in one piece", " 12% [=  ] 40.0 kB/s, ETA 00:31  40% [== ]", 12);
+        table.row("end", "100% [====]   992 kB,  101.3 kB/s\n", 100);
+        table.row("none", "AWUSBFEX soc=00001663(F1C100s) 00000001", -1);
+        table.row("a sign without a number", "% done", -1);
+        table.row("a fraction", "99.5%", 5);
+        table.row("beyond everything", "99999999999999999999%", 100);
+        table.row("beyond the end", "250%", 100);
+        table.row("digits of another script", "٤٢%", -1);
     }
 
     void percentages()
@@ -33,17 +32,15 @@ private Q_SLOTS:
 
     void bands_data()
     {
-        QTest::addColumn<int>("stage");
-        QTest::addColumn<int>("percent");
-        QTest::addColumn<int>("overall");
-        QTest::newRow("idle") << 0 << 50 << 0;
-        QTest::newRow("boot begins") << 1 << 0 << 30;
-        QTest::newRow("boot, truncated") << 1 << 99 << 49;
-        QTest::newRow("boot ends") << 1 << 100 << 50;
-        QTest::newRow("logo") << 2 << 12 << 52;
-        QTest::newRow("exec") << 3 << 50 << 85;
-        QTest::newRow("exec ends") << 3 << 100 << 100;
-        QTest::newRow("no stage") << 4 << 100 << 0;
+        const test::Table<int, int, int> table("stage", "percent", "overall");
+        table.row("idle", 0, 50, 0);
+        table.row("boot begins", 1, 0, 30);
+        table.row("boot, truncated", 1, 99, 49);
+        table.row("boot ends", 1, 100, 50);
+        table.row("logo", 2, 12, 52);
+        table.row("exec", 3, 50, 85);
+        table.row("exec ends", 3, 100, 100);
+        table.row("no stage", 4, 100, 0);
     }
 
     void bands()
@@ -65,10 +62,9 @@ private Q_SLOTS:
 
     void refusalsThatLookLikeSuccess()
     {
-        QVERIFY(
-            flash::reportsNoFlash(QStringLiteral("SPI support not implemented yet for 1663 (F1C100s)!\n")));
-        QVERIFY(flash::reportsNoFlash(QStringLiteral("No SPI flash detected.\n")));
-        QVERIFY(!flash::reportsNoFlash(QStringLiteral("100% [====]   992 kB,  101.3 kB/s\n")));
+        QVERIFY(flash::reportsNoFlash("SPI support not implemented yet for 1663 (F1C100s)!\n"));
+        QVERIFY(flash::reportsNoFlash("No SPI flash detected.\n"));
+        QVERIFY(!flash::reportsNoFlash("100% [====]   992 kB,  101.3 kB/s\n"));
     }
 };
 

@@ -2,26 +2,19 @@
 #include "platform/PowerShell.h"
 #include "settings/DataFolders.h"
 #include "settings/GenSettings.h"
-#include "tests/support/FileSizeLimit.h"
-#include "tests/support/TestCase.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>
 #include <QDate>
 #include <QDir>
-#include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QtTest>
 
-#include <optional>
-
-class SystemManagerLogTest : public TestCase
+class SystemManagerLogTest : public ManagerTestCase
 {
     Q_OBJECT
 
 private:
-    std::optional<ManagerFixture> m_fixture;
-
     static QString archivePath()
     {
         return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) +
@@ -33,24 +26,13 @@ private:
         return QDir(QFileInfo(archivePath()).path()).entryList(QDir::Files | QDir::Hidden);
     }
 
-    static void leaveOldArchive()
-    {
-        QFile old(archivePath());
-        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
-    }
+    static void leaveOldArchive() { QVERIFY(test::writeFile(archivePath(), "old")); }
 
 private Q_SLOTS:
     void init()
     {
-        TestCase::init();
-        m_fixture.emplace();
+        ManagerTestCase::init();
         m_fixture->server.close();
-    }
-
-    void cleanup()
-    {
-        m_fixture.reset();
-        TestCase::cleanup();
     }
 
     void linesAndSwitch()
@@ -58,22 +40,21 @@ private Q_SLOTS:
         const SystemManager& manager = m_fixture->start();
         const QString path = m_fixture->manager->systemLogFilePath();
         QCOMPARE(path, DataFolders::logs() + QStringLiteral("/system_manager_") +
-                           QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) +
-                           QStringLiteral(".log"));
+                           QDate::currentDate().toString("yyyyMMdd") + QStringLiteral(".log"));
         QCOMPARE(m_fixture->log(),
                  QStringList{"SystemManager constructed. appDir=" + QCoreApplication::applicationDirPath()});
-        Q_EMIT m_fixture->manager->logMessage(QStringLiteral("\r 12% 电\r"));
-        QVERIFY(m_fixture->logHas(QStringLiteral("logMessage:  12% 电")));
+        Q_EMIT m_fixture->manager->logMessage("\r 12% 电\r");
+        QVERIFY(m_fixture->logHas("logMessage:  12% 电"));
         QCOMPARE(m_fixture->progress, QList<int>{0});
         QVERIFY(!manager.usbConnected());
 
         // The switch acts at once; a missing folder comes back with the next line.
         m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
         QVERIFY(QDir(DataFolders::logs()).removeRecursively());
-        Q_EMIT m_fixture->manager->logMessage(QStringLiteral("unseen"));
+        Q_EMIT m_fixture->manager->logMessage("unseen");
         QVERIFY(!QFile::exists(path));
         m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", true, "sysSettings");
-        Q_EMIT m_fixture->manager->logMessage(QStringLiteral("seen"));
+        Q_EMIT m_fixture->manager->logMessage("seen");
         QCOMPARE(m_fixture->log(), QStringList{"logMessage: seen"});
     }
 
@@ -82,9 +63,7 @@ private Q_SLOTS:
         m_fixture->start();
         const QString path = m_fixture->manager->systemLogFilePath();
         m_fixture->manager.reset();
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray text = file.readAll();
+        const QByteArray text = test::contentOf(path);
         QVERIFY(text.contains("] SystemManager destructing.\n"));
         QVERIFY(text.endsWith("] Native event filter removed.\n"));
     }
@@ -103,9 +82,9 @@ private Q_SLOTS:
 
     void failedExportLeavesNoArchive_data()
     {
-        QTest::addColumn<QString>("fault");
-        for (const char* fault : {"full disk", "no logs", "exit 1", "half a file", "no archive", "too slow"})
-            QTest::newRow(fault) << QString::fromLatin1(fault);
+        const test::Table<QString> table("fault");
+        for (const char* fault : {"no logs", "exit 1", "half a file", "no archive", "too slow"})
+            table.row(fault, fault);
     }
 
     void failedExportLeavesNoArchive()
@@ -113,7 +92,6 @@ private Q_SLOTS:
         QFETCH(QString, fault);
         leaveOldArchive();
         const QByteArray archive = QFile::encodeName(archivePath());
-        std::optional<test::FileSizeLimit> limit;
         if (fault == QLatin1String("exit 1"))
             m_fixture->scripts.add("powershell", "echo zip > '" + archive + "'; exit 1");
         else if (fault == QLatin1String("half a file"))
@@ -125,21 +103,12 @@ private Q_SLOTS:
         if (QFile::exists(m_fixture->scripts.path("powershell")))
             m_fixture->services.archiveFolder = platform::powershell::archiveFolder;
         SystemManager& manager = m_fixture->start();
-        if (fault == QLatin1String("full disk")) {
-            QByteArray noise(1024 * 1024, Qt::Uninitialized);
-            QRandomGenerator(1).generate(reinterpret_cast<quint32*>(noise.begin()),
-                                         reinterpret_cast<quint32*>(noise.end()));
-            QFile file(DataFolders::logs() + QStringLiteral("/device_log_20261123.txt"));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(noise) == noise.size());
-            file.close();
-            limit.emplace(200 * 1024);
-        } else if (fault == QLatin1String("no logs")) {
+        if (fault == QLatin1String("no logs")) {
             m_fixture->toolbox.genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
             QVERIFY(QDir(DataFolders::logs()).removeRecursively());
             QVERIFY(QDir(DataFolders::logs()).isEmpty());
         }
         QCOMPARE(manager.exportLogsArchive(), QString());
-        limit.reset();
         QCOMPARE(desktop(), QStringList());
     }
 
@@ -176,8 +145,7 @@ private Q_SLOTS:
     void closingDuringTheExport()
     {
         m_fixture->services.archiveFolder = platform::powershell::archiveFolder;
-        const QString id = m_fixture->scripts.path(QStringLiteral("id"));
-        m_fixture->scripts.add("powershell", "echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
+        const QString id = m_fixture->addHanging("powershell");
         SystemManager& manager = m_fixture->start();
         QTimer watch;
         connect(&watch, &QTimer::timeout, this, [this, &watch, &id] {

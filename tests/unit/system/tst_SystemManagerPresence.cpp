@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/DeviceChangeMessage.h"
 #include "platform/PowerShell.h"
-#include "tests/support/TestCase.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>
@@ -9,15 +8,11 @@
 #include <QSemaphore>
 #include <QtTest>
 
-#include <optional>
-
-class SystemManagerPresenceTest : public TestCase
+class SystemManagerPresenceTest : public ManagerTestCase
 {
     Q_OBJECT
 
 private:
-    std::optional<ManagerFixture> m_fixture;
-
     /// What Windows delivers when a device has come or gone.
     static bool deliver(SystemManager& manager, quint64 code)
     {
@@ -32,31 +27,20 @@ private:
 private Q_SLOTS:
     void init()
     {
-        TestCase::init();
-        m_fixture.emplace();
+        ManagerTestCase::init();
         m_fixture->server.close();
-    }
-
-    void cleanup()
-    {
-        m_fixture.reset();
-        TestCase::cleanup();
     }
 
     void answersOfTheTool_data()
     {
-        QTest::addColumn<QByteArray>("tool");
-        QTest::addColumn<bool>("ready");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("controller") << QByteArray("echo 'AWUSBFEX soc=00001663(F1C100s)'") << true
-                                    << "exitCode=0 output=AWUSBFEX soc=00001663(F1C100s)";
-        QTest::newRow("controller, odd exit code")
-            << QByteArray("echo AWUSBFEX; exit 3") << true << "exitCode=3 output=AWUSBFEX";
-        QTest::newRow("lower case") << QByteArray("echo awusbfex") << false << "exitCode=0 output=awusbfex";
-        QTest::newRow("only as an error")
-            << QByteArray("echo AWUSBFEX >&2; exit 1") << false << "exitCode=1 output=";
-        QTest::newRow("hangs") << QByteArray("echo AWUSBFEX; exec sleep 60") << false << "timeout";
-        QTest::newRow("missing") << QByteArray() << false << "failed to start";
+        const test::Table<QByteArray, bool, QString> table("tool", "ready", "line");
+        table.row("controller", "echo 'AWUSBFEX soc=00001663(F1C100s)'", true,
+                  "exitCode=0 output=AWUSBFEX soc=00001663(F1C100s)");
+        table.row("controller, odd exit code", "echo AWUSBFEX; exit 3", true, "exitCode=3 output=AWUSBFEX");
+        table.row("lower case", "echo awusbfex", false, "exitCode=0 output=awusbfex");
+        table.row("only as an error", "echo AWUSBFEX >&2; exit 1", false, "exitCode=1 output=");
+        table.row("hangs", "echo AWUSBFEX; exec sleep 60", false, "timeout");
+        table.row("missing", {}, false, "failed to start");
     }
 
     void answersOfTheTool()
@@ -65,7 +49,7 @@ private Q_SLOTS:
         QFETCH(bool, ready);
         QFETCH(QString, line);
         if (!tool.isEmpty())
-            m_fixture->scripts.addRecorder(QStringLiteral("sunxi-fel"), tool);
+            m_fixture->scripts.addRecorder("sunxi-fel", tool);
         m_fixture->timings.firstPresenceCheckMs = 1;
         SystemManager& manager = m_fixture->start();
         const QSignalSpy usb(&manager, &SystemManager::usbConnectedChanged);
@@ -75,16 +59,16 @@ private Q_SLOTS:
         QCOMPARE(usb.count(), 1);
         QVERIFY(manager.usbConnected());
         QCOMPARE(manager.felReady(), ready);
-        const QStringList lines = m_fixture->log().filter(QStringLiteral("checkFelDevice: "));
+        const QStringList lines = m_fixture->log().filter("checkFelDevice: ");
         QCOMPARE(lines.size(), 1);
         QVERIFY2(lines.first().contains(line), qPrintable(lines.first()));
         if (!tool.isEmpty())
-            QCOMPARE(m_fixture->scripts.calls(QStringLiteral("sunxi-fel")), QList<QStringList>{{"version"}});
+            QCOMPARE(m_fixture->scripts.calls("sunxi-fel"), QList<QStringList>{{"version"}});
     }
 
     void toolIsNotAskedWithoutDevice()
     {
-        m_fixture->scripts.addRecorder(QStringLiteral("sunxi-fel"), "echo AWUSBFEX");
+        m_fixture->scripts.addRecorder("sunxi-fel", "echo AWUSBFEX");
         m_fixture->services.findUsbDevice = [](const QString& vid, const QString& pid,
                                                const platform::ProcessRun&) {
             return platform::UsbQuery{false, vid + pid};
@@ -94,14 +78,13 @@ private Q_SLOTS:
         QSignalSpy fel(&manager, &SystemManager::felReadyChanged);
         QTRY_COMPARE(fel.count(), 1);
         QVERIFY(!manager.usbConnected() && !manager.felReady());
-        QVERIFY(m_fixture->scripts.calls(QStringLiteral("sunxi-fel")).isEmpty());
-        QCOMPARE(logged(QStringLiteral("checkUsbDevice(vid,pid) PowerShell result=0 detail=1F3AEFE8")), 1);
-        QCOMPARE(logged(QStringLiteral("usbConnectedChanged emitted. newValue=0")), 1);
+        QVERIFY(m_fixture->scripts.calls("sunxi-fel").isEmpty());
+        QCOMPARE(logged("checkUsbDevice(vid,pid) PowerShell result=0 detail=1F3AEFE8"), 1);
+        QCOMPARE(logged("usbConnectedChanged emitted. newValue=0"), 1);
 
         // Without a change there is nothing to tell.
         QVERIFY(deliver(manager, platform::cDeviceArrival));
-        QTRY_COMPARE(
-            logged(QStringLiteral("requestConnectionStateRefresh completed: usbConnected=0 felReady=0")), 2);
+        QTRY_COMPARE(logged("requestConnectionStateRefresh completed: usbConnected=0 felReady=0"), 2);
         QCOMPARE(fel.count(), 1);
     }
 
@@ -118,33 +101,22 @@ private Q_SLOTS:
             return platform::UsbQuery{pluggedIn, {}};
         };
         SystemManager& manager = m_fixture->start();
-        QTRY_COMPARE(logged(QStringLiteral("Native event filter installed.")), 1);
+        QTRY_COMPARE(logged("Native event filter installed."), 1);
         QVERIFY(deliver(manager, platform::cDevNodesChanged));
         QVERIFY(looking.tryAcquire(1, 5000));
         for (int i = 0; i < 500; ++i)
             QVERIFY(deliver(manager, platform::cDeviceArrival));
-        QCOMPARE(logged(QStringLiteral("requestConnectionStateRefresh skipped: check already in progress.")),
-                 500);
+        QCOMPARE(logged("requestConnectionStateRefresh skipped: check already in progress."), 500);
         QCOMPARE(looks.load(), 1);
         proceed.release(2);
         QTRY_VERIFY(manager.usbConnected());
         QCOMPARE(looks.load(), 2);
-        QCOMPARE(logged(QStringLiteral("WM_DEVICECHANGE received. wParam=32768")), 500);
-    }
-
-    void otherMessagesStartNothing()
-    {
-        SystemManager& manager = m_fixture->start();
-        QTRY_COMPARE(logged(QStringLiteral("Native event filter installed.")), 1);
-        QVERIFY(deliver(manager, 0x0018));
-        QVERIFY(m_fixture->log().filter(QStringLiteral("WM_DEVICECHANGE")).isEmpty());
+        QCOMPARE(logged("WM_DEVICECHANGE received. wParam=32768"), 500);
     }
 
     void closingDuringACheck()
     {
-        const QString id = m_fixture->scripts.path(QStringLiteral("id"));
-        m_fixture->scripts.add(QStringLiteral("sunxi-fel"),
-                               "echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
+        const QString id = m_fixture->addHanging("sunxi-fel");
         m_fixture->timings.firstPresenceCheckMs = 1;
         m_fixture->start();
         QTRY_VERIFY(test::processIdIn(id) > 0);
@@ -160,7 +132,7 @@ private Q_SLOTS:
         m_fixture->services.findUsbDevice = [&looking](const QString&, const QString&,
                                                        const platform::ProcessRun& run) {
             looking.release();
-            run(QStringLiteral("sleep"), {QStringLiteral("60")}, nullptr, nullptr, nullptr, 60000);
+            run("sleep", {"60"}, nullptr, nullptr, nullptr, 60000);
             return platform::UsbQuery{};
         };
         m_fixture->timings.firstPresenceCheckMs = 1;
@@ -171,22 +143,15 @@ private Q_SLOTS:
 
     void driverJob_data()
     {
-        QTest::addColumn<bool>("install");
-        QTest::addColumn<QByteArray>("powershell");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("installed") << true << QByteArray("exit 0") << true
-                                   << "FEL WinUSB driver installed successfully.";
-        QTest::newRow("removed") << false << QByteArray("exit 0") << true
-                                 << "FEL WinUSB driver uninstalled successfully.";
+        const test::Table<bool, QByteArray, bool, QString> table("install", "powershell", "ok", "message");
+        table.row("installed", true, "exit 0", true, "FEL WinUSB driver installed successfully.");
+        table.row("removed", false, "exit 0", true, "FEL WinUSB driver uninstalled successfully.");
         // Exit codes of a shell end at 255, so the refusal is played by what the runner sees.
-        QTest::newRow("denied") << true << QByteArray("echo talk; echo '  access denied ' >&2; exit 5")
-                                << false << "FEL driver installation failed. Exit code: 5 access denied";
-        QTest::newRow("crash") << false << QByteArray("kill -9 $$") << false
-                               << "FEL driver uninstallation failed. Exit code: 9";
-        QTest::newRow("no PowerShell")
-            << true << QByteArray() << false
-            << "FEL driver installation failed. Exit code: -1 Failed to start process: powershell";
+        table.row("denied", true, "echo talk; echo '  access denied ' >&2; exit 5", false,
+                  "FEL driver installation failed. Exit code: 5 access denied");
+        table.row("crash", false, "kill -9 $$", false, "FEL driver uninstallation failed. Exit code: 9");
+        table.row("no PowerShell", true, {}, false,
+                  "FEL driver installation failed. Exit code: -1 Failed to start process: powershell");
     }
 
     void driverJob()
@@ -195,16 +160,15 @@ private Q_SLOTS:
         QFETCH(QByteArray, powershell);
         QFETCH(bool, ok);
         QFETCH(QString, message);
-        const QDir folder(m_fixture->scripts.path(QStringLiteral("it's")));
-        QVERIFY(folder.mkpath(QStringLiteral("docs/FELdrivers")));
+        const QDir folder(m_fixture->scripts.path("it's"));
+        QVERIFY(folder.mkpath("docs/FELdrivers"));
         const QString workingBefore = QDir::currentPath();
         QDir::setCurrent(folder.path());
         const QString name = install ? QStringLiteral("install-fel-winusb-driver.ps1")
                                      : QStringLiteral("uninstall-fel-winusb-driver.ps1");
-        QFile script(folder.filePath(QStringLiteral("docs/FELdrivers/") + name));
-        QVERIFY(script.open(QIODevice::WriteOnly));
+        QVERIFY(test::writeFile(folder.filePath(QStringLiteral("docs/FELdrivers/") + name), {}));
         if (!powershell.isEmpty())
-            m_fixture->scripts.addRecorder(QStringLiteral("powershell"), powershell);
+            m_fixture->scripts.addRecorder("powershell", powershell);
         m_fixture->services.driverJobs = true;
 
         SystemManager& manager = m_fixture->start();
@@ -224,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(busy.count(), 2);
         QTRY_COMPARE(checked.count(), 1);
 
-        const QList<QStringList> calls = m_fixture->scripts.calls(QStringLiteral("powershell"));
+        const QList<QStringList> calls = m_fixture->scripts.calls("powershell");
         QCOMPARE(calls.size(), powershell.isEmpty() ? 0 : 1);
         if (!calls.isEmpty()) {
             QCOMPARE(calls.first().mid(0, 4),
@@ -256,14 +220,11 @@ private Q_SLOTS:
 
     void closingDuringADriverJob()
     {
-        const QString id = m_fixture->scripts.path(QStringLiteral("id"));
-        m_fixture->scripts.add(QStringLiteral("powershell"),
-                               "echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
+        const QString id = m_fixture->addHanging("powershell");
         const QString workingBefore = QDir::currentPath();
         const QDir folder(m_fixture->scripts.path(QString()));
-        QVERIFY(folder.mkpath(QStringLiteral("docs/FELdrivers")));
-        QFile script(folder.filePath(QStringLiteral("docs/FELdrivers/install-fel-winusb-driver.ps1")));
-        QVERIFY(script.open(QIODevice::WriteOnly));
+        QVERIFY(folder.mkpath("docs/FELdrivers"));
+        QVERIFY(test::writeFile(folder.filePath("docs/FELdrivers/install-fel-winusb-driver.ps1"), {}));
         QDir::setCurrent(folder.path());
         m_fixture->services.driverJobs = true;
         SystemManager& manager = m_fixture->start();

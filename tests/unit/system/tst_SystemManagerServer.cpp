@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/GenSettings.h"
-#include "tests/support/TestCase.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>
 #include <QtTest>
-
-#include <optional>
 
 using Reply = HttpFaultServer::Reply;
 
@@ -16,47 +13,28 @@ const QByteArray cListPath("/api/mcu/firmware_list");
 
 } // namespace
 
-class SystemManagerServerTest : public TestCase
+class SystemManagerServerTest : public ManagerTestCase
 {
     Q_OBJECT
 
 private:
-    std::optional<ManagerFixture> m_fixture;
-
     void answerWith(const Reply& reply) { m_fixture->server.setReply(cListPath, reply); }
 
     /// Status checks that have ended so far, by their log lines.
-    QStringList checks() const
-    {
-        return m_fixture->log().filter(QStringLiteral("requestServerStatus finished."));
-    }
+    QStringList checks() const { return m_fixture->log().filter("requestServerStatus finished."); }
 
 private Q_SLOTS:
-    void init()
-    {
-        TestCase::init();
-        m_fixture.emplace();
-    }
-
-    void cleanup()
-    {
-        m_fixture.reset();
-        TestCase::cleanup();
-    }
-
     void status_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("headers");
-        QTest::addColumn<bool>("connected");
-        QTest::newRow("200") << 200 << QByteArray() << true;
-        QTest::newRow("204") << 204 << QByteArray() << true;
-        QTest::newRow("304") << 304 << QByteArray() << true;
-        QTest::newRow("404") << 404 << QByteArray() << false;
-        QTest::newRow("503") << 503 << QByteArray() << false;
-        QTest::newRow("redirect to a page") << 302 << QByteArray("Location: /page\r\n") << true;
-        QTest::newRow("redirect to nothing") << 302 << QByteArray("Location: /missing\r\n") << false;
-        QTest::newRow("redirect loop") << 302 << QByteArray("Location: /api/mcu/firmware_list\r\n") << false;
+        const test::Table<int, QByteArray, bool> table("status", "headers", "connected");
+        table.row("200", 200, {}, true);
+        table.row("204", 204, {}, true);
+        table.row("304", 304, {}, true);
+        table.row("404", 404, {}, false);
+        table.row("503", 503, {}, false);
+        table.row("redirect to a page", 302, "Location: /page\r\n", true);
+        table.row("redirect to nothing", 302, "Location: /missing\r\n", false);
+        table.row("redirect loop", 302, "Location: /api/mcu/firmware_list\r\n", false);
     }
 
     void status()
@@ -68,7 +46,7 @@ private Q_SLOTS:
         reply.status = status;
         reply.headers = headers;
         if (status == 200)
-            reply.body = catalogueOf(QStringLiteral("F1"), {}, {});
+            reply.body = catalogueOf("F1", {}, {});
         answerWith(reply);
         m_fixture->server.setReply("/page", Reply());
         SystemManager& manager = m_fixture->start();
@@ -88,44 +66,41 @@ private Q_SLOTS:
     /// A server that is slow, lies or never answers: each check ends in time, and the state follows.
     void faults_data()
     {
-        QTest::addColumn<QString>("fault");
-        for (const char* fault : {"mute", "stalled", "endless", "drip", "truncated", "garbage", "closed"})
-            QTest::newRow(fault) << QString::fromLatin1(fault);
+        const test::Table<Reply> table("bad");
+        const auto row = [&table](const char* name, const auto& change) {
+            table.row(name, Reply::of(catalogueOf("F1", {}, {}), change));
+        };
+        row("mute", [](Reply& reply) { reply.mute = true; });
+        row("stalled", [](Reply& reply) {
+            reply.sendBytes = 10;
+            reply.after = Reply::After::Stall;
+        });
+        row("endless", [](Reply& reply) {
+            reply.body = QByteArray(40 * 1024 * 1024, ' ');
+            reply.length = Reply::NoLength;
+        });
+        row("drip", [](Reply& reply) {
+            reply.pieceBytes = 1;
+            reply.pauseMs = 20;
+        });
+        row("truncated", [](Reply& reply) { reply.sendBytes = 10; });
+        row("garbage", [](Reply& reply) { reply.raw = "no HTTP at all\r\n\r\n"; });
+        row("closed", [](Reply& reply) { reply.raw = "\r\n"; });
     }
 
     void faults()
     {
-        QFETCH(QString, fault);
+        QFETCH(Reply, bad);
         m_fixture->timings.statusPeriodMs = 400;
         m_fixture->timings.statusTimeoutMs = 300;
         m_fixture->timings.catalogueStallMs = 300;
         m_fixture->timings.catalogueTimeoutMs = 600;
-        Reply good;
-        good.body = catalogueOf(QStringLiteral("F1"), {}, {});
+        const Reply good = Reply::of(catalogueOf("F1", {}, {}));
         answerWith(good);
         SystemManager& manager = m_fixture->start();
         QTRY_VERIFY(manager.serverConnected());
         QTRY_COMPARE(manager.mcuTypes(), QStringList{"F1"});
 
-        Reply bad = good;
-        if (fault == QLatin1String("mute")) {
-            bad.mute = true;
-        } else if (fault == QLatin1String("stalled")) {
-            bad.sendBytes = 10;
-            bad.after = Reply::After::Stall;
-        } else if (fault == QLatin1String("endless")) {
-            bad.body = QByteArray(40 * 1024 * 1024, ' ');
-            bad.length = Reply::NoLength;
-        } else if (fault == QLatin1String("drip")) {
-            bad.pieceBytes = 1;
-            bad.pauseMs = 20;
-        } else if (fault == QLatin1String("truncated")) {
-            bad.sendBytes = 10;
-        } else if (fault == QLatin1String("garbage")) {
-            bad.raw = "no HTTP at all\r\n\r\n";
-        } else {
-            bad.raw = "\r\n";
-        }
         answerWith(bad);
         QTRY_VERIFY(!manager.serverConnected());
         const QSignalSpy lists(&manager, &SystemManager::mcuTypesChanged);
@@ -151,18 +126,15 @@ private Q_SLOTS:
 
     void catalogue()
     {
-        Reply reply;
-        reply.body = R"({"firmware":[{"type":"A"},{"type":"B"},{"type":"A"}]})";
-        answerWith(reply);
+        answerWith(Reply::of(R"({"firmware":[{"type":"A"},{"type":"B"},{"type":"A"}]})"));
         SystemManager& manager = m_fixture->start();
         QTRY_COMPARE(manager.mcuTypes(), (QStringList{"A", "B", "A"}));
         QSignalSpy lists(&manager, &SystemManager::mcuTypesChanged);
 
         // An address of its own; a redirect is the answer itself; a page of an error is none.
-        Reply other;
-        other.body = catalogueOf(QStringLiteral("C"), {}, {});
+        Reply other = Reply::of(catalogueOf("C", {}, {}));
         m_fixture->server.setReply("/other", other);
-        manager.requestMcuTypes(m_fixture->server.url(QStringLiteral("/other")));
+        manager.requestMcuTypes(m_fixture->server.url("/other"));
         QTRY_COMPARE(manager.mcuTypes(), QStringList{"C"});
         Reply moved;
         moved.status = 302;
@@ -173,7 +145,7 @@ private Q_SLOTS:
         QCOMPARE(manager.mcuTypes(), QStringList());
         other.status = 500;
         m_fixture->server.setReply("/other", other);
-        manager.requestMcuTypes(m_fixture->server.url(QStringLiteral("/other")));
+        manager.requestMcuTypes(m_fixture->server.url("/other"));
         QTRY_COMPARE(lists.count(), 3);
         QCOMPARE(manager.mcuTypes(), QStringList());
     }
@@ -187,13 +159,13 @@ private Q_SLOTS:
         const QSignalSpy apis(&manager, &SystemManager::apiPortChanged);
         const QSignalSpy docs(&manager, &SystemManager::docsPortChanged);
 
-        manager.setServerHost(QStringLiteral(" http://127.0.0.1/ "));
+        manager.setServerHost(" http://127.0.0.1/ ");
         manager.setApiPort(m_fixture->server.port());
         manager.setDocsPort(0);
         QCOMPARE(hosts.count() + apis.count() + docs.count(), 0);
 
         manager.setDocsPort(9000);
-        manager.setServerHost(QStringLiteral("localhost/"));
+        manager.setServerHost("localhost/");
         QCOMPARE(hosts.count(), 1);
         QCOMPARE(docs.count(), 1);
         QCOMPARE(manager.serverHost(), QStringLiteral("http://localhost"));
@@ -236,9 +208,7 @@ private Q_SLOTS:
 
     void closingWithRequestsUnderWay()
     {
-        Reply mute;
-        mute.mute = true;
-        answerWith(mute);
+        answerWith(Reply::of({}, [](Reply& reply) { reply.mute = true; }));
         SystemManager& manager = m_fixture->start();
         for (int i = 0; i < 20; ++i)
             manager.requestMcuTypes(QString());

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/DeviceChangeMessage.h"
-#include "tests/support/TestCase.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>
 #include <QtTest>
-
-#include <optional>
 
 using Reply = HttpFaultServer::Reply;
 
@@ -14,8 +11,7 @@ namespace {
 
 /// Several processes start in a run, on machines that have other things to do.
 constexpr int cPatienceMs = 30000;
-const QStringList cNames{QStringLiteral("boot.bin"), QStringLiteral("logo.bin"),
-                         QStringLiteral("f1c100s.bin")};
+const QStringList cNames{"boot.bin", "logo.bin", "f1c100s.bin"};
 
 QByteArray imageOf(const QString& name)
 {
@@ -41,12 +37,11 @@ QByteArray flashTool(const QByteArray& folder, const QByteArray& atWrite = ":")
 
 } // namespace
 
-class SystemManagerUpgradeTest : public TestCase
+class SystemManagerUpgradeTest : public ManagerTestCase
 {
     Q_OBJECT
 
 private:
-    std::optional<ManagerFixture> m_fixture;
     std::unique_ptr<QSignalSpy> m_finished;
 
     QByteArray folder() const { return QFile::encodeName(m_fixture->scripts.path(QString())); }
@@ -61,7 +56,7 @@ private:
 
     void addTool(const QByteArray& atWrite = ":")
     {
-        m_fixture->scripts.addRecorder(QStringLiteral("sunxi-fel"), flashTool(folder(), atWrite));
+        m_fixture->scripts.addRecorder("sunxi-fel", flashTool(folder(), atWrite));
     }
 
     SystemManager& begin(const QStringList& files, const QStringList& names = cNames)
@@ -75,27 +70,38 @@ private:
 
     QByteArray written(const QByteArray& address) const
     {
-        QFile file(m_fixture->scripts.path(QStringLiteral("written-") + QString::fromLatin1(address)));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return test::contentOf(
+            m_fixture->scripts.path(QStringLiteral("written-") + QString::fromLatin1(address)));
     }
 
     /// How often the tool was asked to write.
     int writes() const
     {
-        const QList<QStringList> calls = m_fixture->scripts.calls(QStringLiteral("sunxi-fel"));
+        const QList<QStringList> calls = m_fixture->scripts.calls("sunxi-fel");
         return int(std::count_if(calls.cbegin(), calls.cend(),
                                  [](const QStringList& call) { return call.value(1) == "spiflash-write"; }));
     }
 
-    /// The run ends once, with \a ok, and nothing follows.
-    void verifyEnds(bool ok)
+    /// Waits for the end of the run, which is  ok.
+    void waitForEnd(bool ok)
     {
         QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
         QCOMPARE(m_finished->at(0).at(0).toBool(), ok);
+    }
+
+    void upgrade(bool ok)
+    {
+        m_fixture->manager->startUpgrade("F1");
+        waitForEnd(ok);
+    }
+
+    /// The run has ended once, and nothing follows.
+    void verifyEnded()
+    {
         // The next run is accepted: the last one has left nothing behind that says it still runs.
         m_fixture->messages.clear();
         m_fixture->services.flashToolPath = nullptr;
-        m_fixture->manager->startUpgrade(QStringLiteral("no such type"));
+        m_fixture->manager->startUpgrade("no such type");
         QVERIFY(!m_fixture->messages.contains(QStringLiteral("An upgrade is already running.")));
         QCOMPARE(m_finished->count(), 1);
     }
@@ -103,21 +109,16 @@ private:
 private Q_SLOTS:
     void init()
     {
-        TestCase::init();
-        m_fixture.emplace();
+        ManagerTestCase::init();
         addTool();
-        for (const QString& name : cNames) {
-            Reply reply;
-            reply.body = imageOf(name);
-            m_fixture->server.setReply("/f1/" + name.toLatin1(), reply);
-        }
+        for (const QString& name : cNames)
+            m_fixture->server.setReply("/f1/" + name.toLatin1(), Reply::of(imageOf(name)));
     }
 
     void cleanup()
     {
         m_finished.reset();
-        m_fixture.reset();
-        TestCase::cleanup();
+        ManagerTestCase::cleanup();
     }
 
     void wholeUpgrade()
@@ -125,19 +126,18 @@ private Q_SLOTS:
         begin();
         QFile old(ManagerFixture::cacheDir() + QStringLiteral("/old.bin"));
         QVERIFY(QDir().mkpath(ManagerFixture::cacheDir()) && old.open(QIODevice::WriteOnly));
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
+        m_fixture->manager->startUpgrade("F1");
         QVERIFY(!old.exists());
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
-        QVERIFY(m_finished->at(0).at(0).toBool());
+        waitForEnd(true);
 
-        QCOMPARE(written("0x0"), imageOf(QStringLiteral("boot.bin")));
-        QCOMPARE(written("0x6000"), imageOf(QStringLiteral("logo.bin")));
-        QCOMPARE(written("0x50000"), imageOf(QStringLiteral("f1c100s.bin")));
+        QCOMPARE(written("0x0"), imageOf("boot.bin"));
+        QCOMPARE(written("0x6000"), imageOf("logo.bin"));
+        QCOMPARE(written("0x50000"), imageOf("f1c100s.bin"));
         QCOMPARE(ManagerFixture::cached(), QStringList());
 
         const QString cache = ManagerFixture::cacheDir();
-        const QString tool = m_fixture->scripts.path(QStringLiteral("sunxi-fel"));
-        const QString command = QStringLiteral("Executing: %1 -p spiflash-write %2 %3/%4");
+        const QString tool = m_fixture->scripts.path("sunxi-fel");
+        const QString command = "Executing: %1 -p spiflash-write %2 %3/%4";
         QStringList narrated;
         for (const QString& message : qAsConst(m_fixture->messages)) {
             if (!message.startsWith(QLatin1String("Download: ")) && !message.contains(QLatin1Char('[')))
@@ -153,13 +153,7 @@ private Q_SLOTS:
         QVERIFY(m_fixture->messages.contains(QStringLiteral("Download: logo.bin 100%")));
         QVERIFY(m_fixture->logHas(QStringLiteral("download finished: url=%1 error=0(Unknown error) bytes=%2")
                                       .arg(urls().at(1), QString::number(imageOf(cNames.at(1)).size()))));
-    }
 
-    void progressRises()
-    {
-        begin();
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
         QCOMPARE(m_fixture->progress.first(), 0);
         QCOMPARE(m_fixture->progress.last(), 100);
         // A download report is also a message with a percentage, which counts 0 before the flashing begins.
@@ -172,137 +166,116 @@ private Q_SLOTS:
 
     void brokenDownloadNeverReachesTheTool_data()
     {
-        QTest::addColumn<QString>("fault");
-        for (const char* fault : {"404", "500 with a body", "302", "truncated", "stalled", "mute", "drip",
-                                  "empty", "garbage", "refused", "huge", "no HTTP address", "local file",
-                                  "name of a folder", "name with a backslash", "cannot be saved"})
-            QTest::newRow(fault) << QString::fromLatin1(fault);
+        const QString file("/f1/logo.bin");
+        const test::Table<Reply, QString, bool> table("reply", "url", "folderInTheWay");
+        const auto row = [&](const char* name, const auto& change) {
+            table.row(name, Reply::of(imageOf(cNames.at(1)), change), file, false);
+        };
+        row("500 with a body", [](Reply& reply) { reply.status = 500; });
+        row("302", [](Reply& reply) {
+            reply.status = 302;
+            reply.headers = "Location: /f1/boot.bin\r\n";
+        });
+        row("truncated", [](Reply& reply) { reply.sendBytes = 5000; });
+        row("stalled", [](Reply& reply) {
+            reply.sendBytes = 5000;
+            reply.after = Reply::After::Stall;
+        });
+        row("mute", [](Reply& reply) { reply.mute = true; });
+        row("drip", [](Reply& reply) {
+            reply.pieceBytes = 1;
+            reply.pauseMs = 50;
+        });
+        row("empty", [](Reply& reply) { reply.body.clear(); });
+        row("garbage", [](Reply& reply) { reply.raw = "\x16\x03\x01 is no HTTP\r\n\r\n" + reply.body; });
+        row("huge", [](Reply& reply) {
+            reply.length = 300LL * 1024 * 1024 * 1024;
+            reply.after = Reply::After::Stall;
+        });
+        for (const char* url : {"/missing/logo.bin", "http://127.0.0.1:1/logo.bin", "logo.bin",
+                                "file:///etc/passwd", "/f1/..", "/f1/..%5Clogo.bin"})
+            table.row(url, {}, url, false);
+        table.row("cannot be saved", Reply::of(imageOf(cNames.at(1))), file, true);
     }
 
     void brokenDownloadNeverReachesTheTool()
     {
-        QFETCH(QString, fault);
-        QStringList files = urls();
-        Reply reply;
-        reply.body = imageOf(cNames.at(1));
+        QFETCH(Reply, reply);
+        QFETCH(QString, url);
+        QFETCH(bool, folderInTheWay);
         m_fixture->timings.downloadStallMs = 1000;
         m_fixture->timings.downloadTimeoutMs = 3000;
-        bool folderInTheWay = false;
-        if (fault == QLatin1String("404")) {
-            files[1] = m_fixture->server.url(QStringLiteral("/missing/logo.bin"));
-        } else if (fault == QLatin1String("500 with a body")) {
-            reply.status = 500;
-        } else if (fault == QLatin1String("302")) {
-            reply.status = 302;
-            reply.headers = "Location: " + files.first().toLatin1() + "\r\n";
-        } else if (fault == QLatin1String("truncated")) {
-            reply.sendBytes = 5000;
-        } else if (fault == QLatin1String("stalled")) {
-            reply.sendBytes = 5000;
-            reply.after = Reply::After::Stall;
-        } else if (fault == QLatin1String("mute")) {
-            reply.mute = true;
-        } else if (fault == QLatin1String("drip")) {
-            reply.pieceBytes = 1;
-            reply.pauseMs = 50;
-        } else if (fault == QLatin1String("empty")) {
-            reply.body.clear();
-        } else if (fault == QLatin1String("garbage")) {
-            reply.raw = "\x16\x03\x01 this is no HTTP\r\n\r\n" + imageOf(cNames.at(1));
-        } else if (fault == QLatin1String("refused")) {
-            files[1] = QStringLiteral("http://127.0.0.1:1/logo.bin");
-        } else if (fault == QLatin1String("huge")) {
-            reply.length = 300LL * 1024 * 1024 * 1024;
-            reply.after = Reply::After::Stall;
-        } else if (fault == QLatin1String("no HTTP address")) {
-            files[1] = QStringLiteral("logo.bin");
-        } else if (fault == QLatin1String("local file")) {
-            files[1] = QStringLiteral("file:///etc/passwd");
-        } else if (fault == QLatin1String("name of a folder")) {
-            files[1] = m_fixture->server.url(QStringLiteral("/f1/.."));
-        } else if (fault == QLatin1String("name with a backslash")) {
-            files[1] = m_fixture->server.url(QStringLiteral("/f1/..%5Clogo.bin"));
-        } else {
-            folderInTheWay = true;
-        }
-        m_fixture->server.setReply("/f1/logo.bin", reply);
+        if (url == QLatin1String("/f1/logo.bin"))
+            m_fixture->server.setReply("/f1/logo.bin", reply);
         if (folderInTheWay)
-            QVERIFY(QDir().mkpath(ManagerFixture::cacheDir() + QStringLiteral("/logo.bin/in the way")));
+            QVERIFY(QDir().mkpath(ManagerFixture::cacheDir() + "/logo.bin/in the way"));
+        QStringList files = urls();
+        files[1] = url.startsWith(QLatin1Char('/')) ? m_fixture->server.url(url) : url;
 
         begin(files);
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
-        QCOMPARE(m_finished->at(0).at(0).toBool(), false);
+        upgrade(false);
         QCOMPARE(writes(), 0);
-        QVERIFY(m_fixture->messages.last().startsWith(QStringLiteral("Failed to save firmware file: ") +
+        QVERIFY(m_fixture->messages.last().startsWith("Failed to save firmware file: " +
                                                       ManagerFixture::cacheDir()));
         // Nothing is left of the broken file, under no name.
         QStringList left = ManagerFixture::cached();
         if (folderInTheWay)
-            left.removeOne(QStringLiteral("logo.bin"));
+            left.removeOne("logo.bin");
         QCOMPARE(left, QStringList{"boot.bin"});
         QVERIFY(m_fixture->server.requestCount("/f1/f1c100s.bin") == 0);
     }
 
     void lengthMayBeMissing()
     {
-        Reply reply;
-        reply.body = imageOf(cNames.at(0));
-        reply.length = Reply::NoLength;
-        m_fixture->server.setReply("/f1/boot.bin", reply);
+        m_fixture->server.setReply("/f1/boot.bin", Reply::of(imageOf(cNames.at(0)), [](Reply& reply) {
+                                       reply.length = Reply::NoLength;
+                                   }));
         begin();
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
-        QVERIFY(m_finished->at(0).at(0).toBool());
+        upgrade(true);
         QCOMPARE(written("0x0"), imageOf(cNames.at(0)));
         // How far the file is shows only when it is there.
-        QCOMPARE(m_fixture->messages.filter(QStringLiteral("Download: boot.bin")),
-                 QStringList{"Download: boot.bin 100%"});
+        QCOMPARE(m_fixture->messages.filter("Download: boot.bin"), QStringList{"Download: boot.bin 100%"});
     }
 
-    /// Devices come and go while the tool writes: the controller is asked only afterwards, and until then what
-    /// it said before counts.
+    /// Devices come and go while the tool writes: the controller is asked only afterwards, and until then
+    /// what it said before counts.
     void nobodyTalksToTheControllerMeanwhile()
     {
         addTool("[ $3 = 0x6000 ] && while [ ! -e " + folder() + "/go ]; do sleep 0.01; done");
         SystemManager& manager = begin();
-        manager.startUpgrade(QStringLiteral("F1"));
+        manager.startUpgrade("F1");
         QTRY_VERIFY_WITH_TIMEOUT(m_fixture->messages.contains(QStringLiteral("BOOT completed.")),
                                  cPatienceMs);
         platform::WindowsMessage message{nullptr, platform::cWmDeviceChange, platform::cDevNodesChanged, 0};
         manager.nativeEventFilter("windows_generic_MSG", &message, nullptr);
-        QTRY_VERIFY(m_fixture->logHas(
-            QStringLiteral("requestConnectionStateRefresh completed: usbConnected=1 felReady=1")));
+        QTRY_VERIFY(m_fixture->logHas("requestConnectionStateRefresh completed: usbConnected=1 felReady=1"));
         QVERIFY(manager.felReady());
         const auto questions = [this] {
-            return m_fixture->scripts.calls(QStringLiteral("sunxi-fel")).count(QStringList{"version"});
+            return m_fixture->scripts.calls("sunxi-fel").count(QStringList{"version"});
         };
         QCOMPARE(questions(), 1);
-        m_fixture->scripts.add(QStringLiteral("go"), ":");
+        m_fixture->scripts.add("go", ":");
         QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
         QTRY_COMPARE_WITH_TIMEOUT(questions(), 2, cPatienceMs);
     }
 
     void flashingFails_data()
     {
-        QTest::addColumn<QByteArray>("atWrite");
-        QTest::addColumn<int>("attempts");
+        const test::Table<QByteArray, int> table("atWrite", "attempts");
         const QByteArray at = "[ $3 = %1 ] && { %2; }";
         const auto when = [&at](const char* address, const char* what) {
             return QByteArray(at).replace("%1", address).replace("%2", what);
         };
-        QTest::newRow("boot, exit 1")
-            << when("0x0", "echo 'ERROR: Allwinner USB FEL device not found!' >&2; exit 1") << 1;
-        QTest::newRow("logo, exit 2")
-            << when("0x6000", "echo 'usb_bulk_send() ERROR -7: Operation timed out'; exit 2") << 2;
-        QTest::newRow("exec, exit 1") << when("0x50000", "exit 1") << 3;
-        QTest::newRow("logo, killed") << when("0x6000", "kill -9 $$") << 2;
-        QTest::newRow("boot, hangs") << when("0x0", "exec sleep 60") << 1;
-        QTest::newRow("exec, hangs after a while")
-            << when("0x50000", "printf '\\r  6%% [=  ]'; exec sleep 60") << 3;
-        QTest::newRow("boot, flash not found, exit 0")
-            << when("0x0", "echo 'No SPI flash detected.'; exit 0") << 1;
-        QTest::newRow("logo, tool vanishes") << when("0x0", "rm \"$0\"") << 1;
+        table.row("boot, exit 1",
+                  when("0x0", "echo 'ERROR: Allwinner USB FEL device not found!' >&2; exit 1"), 1);
+        table.row("logo, exit 2",
+                  when("0x6000", "echo 'usb_bulk_send() ERROR -7: Operation timed out'; exit 2"), 2);
+        table.row("exec, exit 1", when("0x50000", "exit 1"), 3);
+        table.row("logo, killed", when("0x6000", "kill -9 $$"), 2);
+        table.row("boot, hangs", when("0x0", "exec sleep 60"), 1);
+        table.row("exec, hangs after a while", when("0x50000", "printf '\\r  6%% [=  ]'; exec sleep 60"), 3);
+        table.row("boot, flash not found, exit 0", when("0x0", "echo 'No SPI flash detected.'; exit 0"), 1);
+        table.row("logo, tool vanishes", when("0x0", "rm \"$0\""), 1);
     }
 
     void flashingFails()
@@ -312,52 +285,45 @@ private Q_SLOTS:
         if (atWrite.contains("sleep"))
             m_fixture->timings.flashSilenceMs = 1500;
         begin();
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
-        QCOMPARE(m_finished->at(0).at(0).toBool(), false);
+        upgrade(false);
         QCOMPARE(m_fixture->messages.last(), QStringLiteral("Upgrade failed."));
         QTEST(writes(), "attempts");
-        QVERIFY(!test::processRuns(test::processIdIn(m_fixture->scripts.path(QStringLiteral("tool.id")))));
-        verifyEnds(false);
+        QVERIFY(!test::processRuns(test::processIdIn(m_fixture->scripts.path("tool.id"))));
+        verifyEnded();
     }
 
     void imageOfAStageIsMissing()
     {
         begin(urls().mid(0, 2), cNames.mid(0, 2));
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
+        upgrade(false);
         QCOMPARE(m_fixture->messages.last(),
                  QStringLiteral("Firmware file missing: ") + ManagerFixture::cacheDir() + "/f1c100s.bin");
         QCOMPARE(writes(), 2);
-        verifyEnds(false);
+        verifyEnded();
     }
 
     void bootNameCannotLeaveTheCache()
     {
-        begin(urls(), {QStringLiteral("../../../../boot.bin"), cNames.at(1), cNames.at(2)});
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
+        begin(urls(), {"../../../../boot.bin", cNames.at(1), cNames.at(2)});
+        upgrade(false);
         QCOMPARE(writes(), 0);
-        verifyEnds(false);
+        verifyEnded();
     }
 
     void refusals()
     {
         SystemManager& manager = begin();
-        manager.startUpgrade(QStringLiteral("F2"));
-        QVERIFY(m_fixture->logHas(
-            QStringLiteral("startUpgrade aborted: firmware type not found. knownTypes=F1")));
-        m_fixture->scripts.add(QStringLiteral("sunxi-fel"), "echo awusbfex; exit 0");
-        manager.startUpgrade(QStringLiteral("F1"));
+        manager.startUpgrade("F2");
+        QVERIFY(m_fixture->logHas("startUpgrade aborted: firmware type not found. knownTypes=F1"));
+        m_fixture->scripts.add("sunxi-fel", "echo awusbfex; exit 0");
+        manager.startUpgrade("F1");
         QCOMPARE(m_fixture->messages,
                  QStringList{"FEL device not detected. Connect USB and hold the FEL key."});
         QCOMPARE(m_fixture->progress, (QList<int>{0, 0}));
         QCOMPARE(m_finished->count(), 0);
         // Neither keeps the next one out.
         addTool();
-        manager.startUpgrade(QStringLiteral("F1"));
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
-        QVERIFY(m_finished->at(0).at(0).toBool());
+        upgrade(true);
     }
 
     void secondUpgradeIsRefused()
@@ -368,23 +334,22 @@ private Q_SLOTS:
         int refused = 0;
         connect(&manager, &SystemManager::progressChanged, &manager, [&manager, &refused] {
             if (refused++ < 20)
-                manager.startUpgrade(QStringLiteral("F1"));
+                manager.startUpgrade("F1");
         });
-        manager.startUpgrade(QStringLiteral("F1"));
+        manager.startUpgrade("F1");
         QTRY_VERIFY_WITH_TIMEOUT(m_fixture->messages.contains(QStringLiteral("BOOT completed.")),
                                  cPatienceMs);
-        manager.startUpgrade(QStringLiteral("F1"));
-        QCOMPARE(m_fixture->messages.count(QStringLiteral("An upgrade is already running.")), refused + 1);
-        m_fixture->scripts.add(QStringLiteral("go"), ":");
-        QTRY_COMPARE_WITH_TIMEOUT(m_finished->count(), 1, cPatienceMs);
-        QVERIFY(m_finished->at(0).at(0).toBool());
+        manager.startUpgrade("F1");
+        QCOMPARE(m_fixture->messages.count("An upgrade is already running."), refused + 1);
+        m_fixture->scripts.add("go", ":");
+        waitForEnd(true);
         QCOMPARE(writes(), 3);
     }
 
     /// The application quits while the tool writes: the log says so while there still is one.
     void quittingWhileWriting()
     {
-        const QString id = m_fixture->scripts.path(QStringLiteral("hanging.id"));
+        const QString id = m_fixture->scripts.path("hanging.id");
         addTool("echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
         SystemManager& manager = begin();
         QTimer watch;
@@ -393,15 +358,14 @@ private Q_SLOTS:
                 QCoreApplication::quit();
         });
         watch.start(5);
-        QTimer::singleShot(0, &manager, [&manager] { manager.startUpgrade(QStringLiteral("F1")); });
+        QTimer::singleShot(0, &manager, [&manager] { manager.startUpgrade("F1"); });
         QCoreApplication::exec();
         QCOMPARE(m_finished->count(), 1);
         QCOMPARE(m_finished->at(0).at(0).toBool(), false);
         QVERIFY(!test::processRuns(test::processIdIn(id)));
-        QCOMPARE(
-            m_fixture->log().filter(QStringLiteral("logMessage: Upgrade cut off while writing: ")).size(), 1);
+        QCOMPARE(m_fixture->log().filter("logMessage: Upgrade cut off while writing: ").size(), 1);
         // Nothing is begun after that.
-        manager.startUpgrade(QStringLiteral("F1"));
+        manager.startUpgrade("F1");
         manager.requestMcuTypes(QString());
         manager.installFelDriver();
         QCOMPARE(manager.exportLogsArchive(), QString());
@@ -411,29 +375,27 @@ private Q_SLOTS:
     /// The object goes away in the middle: one end, nothing left running, nothing half-written.
     void closing_data()
     {
-        QTest::addColumn<QString>("moment");
-        QTest::addColumn<bool>("ok");
-        QTest::newRow("pause before the downloads") << "pause" << false;
-        QTest::newRow("download") << "download" << false;
-        QTest::newRow("boot") << "0x0" << false;
-        QTest::newRow("exec") << "0x50000" << false;
-        QTest::newRow("pause after the last image") << "written" << true;
+        const test::Table<QString, bool> table("moment", "ok");
+        table.row("pause before the downloads", "pause", false);
+        table.row("download", "download", false);
+        table.row("boot", "0x0", false);
+        table.row("exec", "0x50000", false);
+        table.row("pause after the last image", "written", true);
     }
 
     void closing()
     {
         QFETCH(QString, moment);
         QFETCH(bool, ok);
-        const QString id = m_fixture->scripts.path(QStringLiteral("hanging.id"));
+        const QString id = m_fixture->scripts.path("hanging.id");
         if (moment.startsWith(QLatin1String("0x")))
             addTool("[ $3 = " + moment.toLatin1() + " ] && { echo $$ > " + QFile::encodeName(id) +
                     "; exec sleep 60; }");
-        Reply stalled;
-        stalled.body = imageOf(cNames.at(1));
-        stalled.sendBytes = 1000;
-        stalled.after = Reply::After::Stall;
         if (moment == QLatin1String("download"))
-            m_fixture->server.setReply("/f1/logo.bin", stalled);
+            m_fixture->server.setReply("/f1/logo.bin", Reply::of(imageOf(cNames.at(1)), [](Reply& reply) {
+                                           reply.sendBytes = 1000;
+                                           reply.after = Reply::After::Stall;
+                                       }));
         m_fixture->timings.pauseBeforeDownloadsMs = moment == QLatin1String("pause") ? 60000 : 1;
         m_fixture->timings.pauseAfterFlashingMs = 60000;
         begin();
@@ -462,18 +424,18 @@ private Q_SLOTS:
             m_fixture->manager.reset();
         });
         watch.start(5);
-        m_fixture->manager->startUpgrade(QStringLiteral("F1"));
+        m_fixture->manager->startUpgrade("F1");
         QTRY_VERIFY_WITH_TIMEOUT(m_fixture->manager == nullptr, cPatienceMs);
 
         QCOMPARE(order.last(), ok ? QStringLiteral("true") : QStringLiteral("false"));
-        QCOMPARE(order.count(QStringLiteral("true")) + order.count(QStringLiteral("false")), 1);
+        QCOMPARE(order.count("true") + order.count("false"), 1);
         if (!ok)
-            QVERIFY(order.at(order.size() - 2).startsWith(QStringLiteral("Upgrade cut off ")));
+            QVERIFY(order.at(order.size() - 2).startsWith("Upgrade cut off "));
         if (QFile::exists(id))
             QVERIFY(!test::processRuns(test::processIdIn(id)));
         QVERIFY(!ManagerFixture::cached().contains(QStringLiteral("logo.bin")) ||
                 moment == QLatin1String("0x50000") || moment == QLatin1String("0x0"));
-        QVERIFY(ManagerFixture::cached().filter(QStringLiteral(".bin.")).isEmpty());
+        QVERIFY(ManagerFixture::cached().filter(".bin.").isEmpty());
     }
 };
 

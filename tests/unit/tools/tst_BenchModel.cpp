@@ -72,13 +72,12 @@ private Q_SLOTS:
 
     void steadyReadingsRepeatExactly_data()
     {
-        QTest::addColumn<int>("function");
-        QTest::addColumn<int>("mode");
-        QTest::newRow("voltage") << int(PacketCodec::VoltageFunction) << 1;
-        QTest::newRow("resistance") << int(PacketCodec::ResistanceFunction) << 2;
-        QTest::newRow("capacitance") << int(PacketCodec::CapacitanceFunction) << 3;
-        QTest::newRow("diode") << int(PacketCodec::DiodeFunction) << 4;
-        QTest::newRow("buzzer reports diode") << int(PacketCodec::BuzzerFunction) << 4;
+        const test::Table<int, int> table("function", "mode");
+        table.row("voltage", int(PacketCodec::VoltageFunction), 1);
+        table.row("resistance", int(PacketCodec::ResistanceFunction), 2);
+        table.row("capacitance", int(PacketCodec::CapacitanceFunction), 3);
+        table.row("diode", int(PacketCodec::DiodeFunction), 4);
+        table.row("buzzer reports diode", int(PacketCodec::BuzzerFunction), 4);
     }
 
     void steadyReadingsRepeatExactly()
@@ -110,33 +109,16 @@ private Q_SLOTS:
         QVERIFY2(steadyTexts.size() >= 2, "the probe touches several things");
     }
 
-    void heldValuesStayUntilReleased()
-    {
-        BenchModel bench;
-        bench.hold(measurementField(QStringLiteral("mainMah")), 7);
-        bench.hold(measurementField(QStringLiteral("typeCCC2Voltage")), std::nanf(""));
-        bench.advance(1);
-        QCOMPARE(bench.measurement().mainMah, 7.0F);
-        QVERIFY(std::isnan(bench.measurement().typeCCC2Voltage));
-        bench.release(measurementField(QStringLiteral("mainMah")));
-        QVERIFY(bench.measurement().mainMah < 1);
-        QVERIFY(std::isnan(bench.measurement().typeCCC2Voltage));
-        bench.release(nullptr);
-        QCOMPARE(bench.measurement().typeCCC2Voltage, 0.0F);
-    }
-
     void followsTheHost_data()
     {
-        QTest::addColumn<PacketCodec::UiControl>("request");
-        QTest::addColumn<int>("screen");
-        QTest::addColumn<int>("function");
+        const test::Table<PacketCodec::UiControl, int, int> table("request", "screen", "function");
         using PacketCodec::UiControl;
-        QTest::newRow("screen") << UiControl{1, 2, 255, 255, 255} << 2 << 0;
-        QTest::newRow("function") << UiControl{1, 4, 4, 255, 255} << 4 << 4;
-        QTest::newRow("no function") << UiControl{1, 4, 255, 255, 255} << 4 << 0;
-        QTest::newRow("function elsewhere") << UiControl{1, 3, 2, 255, 255} << 3 << 0;
-        QTest::newRow("no screen") << UiControl{1, 9, 2, 255, 255} << 1 << 0;
-        QTest::newRow("its own report") << UiControl{2, 3, 255, 255, 255} << 1 << 0;
+        table.row("screen", UiControl{1, 2, 255, 255, 255}, 2, 0);
+        table.row("function", UiControl{1, 4, 4, 255, 255}, 4, 4);
+        table.row("no function", UiControl{1, 4, 255, 255, 255}, 4, 0);
+        table.row("function elsewhere", UiControl{1, 3, 2, 255, 255}, 3, 0);
+        table.row("no screen", UiControl{1, 9, 2, 255, 255}, 1, 0);
+        table.row("its own report", UiControl{2, 3, 255, 255, 255}, 1, 0);
     }
 
     void followsTheHost()

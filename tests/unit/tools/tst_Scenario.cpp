@@ -12,55 +12,38 @@ class ScenarioTest : public TestCase
 private Q_SLOTS:
     void command_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("action");
-        QTest::addColumn<QStringList>("arguments");
-        const auto row = [](const char* line, Action action, const QStringList& arguments) {
-            QTest::newRow(line) << QString::fromLatin1(line) << static_cast<int>(action) << arguments;
-        };
-        row("unplug", Action::Unplug, {});
-        row("  burst\t2000 500 ", Action::Burst, {"2000", "500"});
-        row("burst 7", Action::Burst, {"7", "1000"});
-        row("log Fan started,  twice", Action::Log, {"Fan started,  twice"});
-        row("set typeCMah nan", Action::Set, {"typeCMah", "nan"});
-        row("auto", Action::Auto, {"all"});
-        row("permission denied", Action::Permission, {"denied"});
-        row("device-info QI-1", Action::DeviceInfo, {"QI-1", "1.0.0"});
+        const test::Table<int, QStringList> table("action", "arguments");
+        table.row("unplug", int(Action::Unplug), {});
+        table.row("  burst\t2000 500 ", int(Action::Burst), {"2000", "500"});
+        table.row("burst 7", int(Action::Burst), {"7", "1000"});
+        table.row("log Fan started,  twice", int(Action::Log), {"Fan started,  twice"});
+        table.row("set typeCMah nan", int(Action::Set), {"typeCMah", "nan"});
+        table.row("auto", int(Action::Auto), {"all"});
+        table.row("permission denied", int(Action::Permission), {"denied"});
+        table.row("device-info QI-1", int(Action::DeviceInfo), {"QI-1", "1.0.0"});
     }
 
     void command()
     {
-        QFETCH(QString, line);
-        const ParsedCommand parsed = parseCommand(line);
+        const ParsedCommand parsed = parseCommand(QTest::currentDataTag());
         QCOMPARE(parsed.error, QString());
-        QTEST(static_cast<int>(parsed.command.action), "action");
+        QTEST(int(parsed.command.action), "action");
         QTEST(parsed.command.arguments, "arguments");
     }
 
     void refusedCommand_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("complaint");
-        QTest::newRow("nothing") << ""
-                                 << "unknown command";
-        QTest::newRow("unknown") << "jump"
-                                 << "unknown command \"jump\"";
-        QTest::newRow("missing argument") << "silence"
-                                          << "use: silence <seconds>";
-        QTest::newRow("too many") << "unplug now"
-                                  << "too many arguments";
-        QTest::newRow("no number") << "garbage many"
-                                   << "must be a number";
-        QTest::newRow("fraction of a packet") << "garbage 1.5"
-                                              << "must be a number";
-        QTest::newRow("out of range") << "screen 5"
-                                      << "from 1 to 4";
-        QTest::newRow("negative") << "silence -1"
-                                  << "from 0";
-        QTest::newRow("no choice") << "permission maybe"
-                                   << "granted or denied";
-        QTest::newRow("no value of the packet") << "set voltage 5"
-                                                << "no measurement value";
+        const test::Table<QString, QString> table("line", "complaint");
+        table.row("nothing", "", "unknown command");
+        table.row("unknown", "jump", "unknown command \"jump\"");
+        table.row("missing argument", "silence", "use: silence <seconds>");
+        table.row("too many", "unplug now", "too many arguments");
+        table.row("no number", "garbage many", "must be a number");
+        table.row("fraction of a packet", "garbage 1.5", "must be a number");
+        table.row("out of range", "screen 5", "from 1 to 4");
+        table.row("negative", "silence -1", "from 0");
+        table.row("no choice", "permission maybe", "granted or denied");
+        table.row("no value of the packet", "set voltage 5", "no measurement value");
     }
 
     void refusedCommand()
@@ -74,13 +57,13 @@ private Q_SLOTS:
     void stepsInTheOrderOfTheirTimes()
     {
         QString error;
-        const Scenario scenario = Scenario::parse(QStringLiteral("# comment only\n"
-                                                                 "5 unplug # why\n"
-                                                                 "\n"
-                                                                 "+2.5 replug\n"
-                                                                 "1 log first\n"
-                                                                 "1 log second\n"
-                                                                 "9 repeat\n"),
+        const Scenario scenario = Scenario::parse("# comment only\n"
+                                                  "5 unplug # why\n"
+                                                  "\n"
+                                                  "+2.5 replug\n"
+                                                  "1 log first\n"
+                                                  "1 log second\n"
+                                                  "9 repeat\n",
                                                   &error);
         QCOMPARE(error, QString());
         QCOMPARE(scenario.periodSec(), 9.0);
@@ -96,18 +79,12 @@ private Q_SLOTS:
 
     void refusedScenario_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("complaint");
-        QTest::newRow("no time") << "1 unplug\nreplug"
-                                 << "line 2: a step is a time";
-        QTest::newRow("bad command") << "1 unplug\n2 screen 9"
-                                     << "line 2: number must be";
-        QTest::newRow("after repeat") << "5 repeat\n6 unplug"
-                                      << "nothing follows";
-        QTest::newRow("at once for ever") << "0 repeat"
-                                          << "above 0";
-        QTest::newRow("later than repeat") << "8 unplug\n5 repeat"
-                                           << "due after";
+        const test::Table<QString, QString> table("text", "complaint");
+        table.row("no time", "1 unplug\nreplug", "line 2: a step is a time");
+        table.row("bad command", "1 unplug\n2 screen 9", "line 2: number must be");
+        table.row("after repeat", "5 repeat\n6 unplug", "nothing follows");
+        table.row("at once for ever", "0 repeat", "above 0");
+        table.row("later than repeat", "8 unplug\n5 repeat", "due after");
     }
 
     void refusedScenario()

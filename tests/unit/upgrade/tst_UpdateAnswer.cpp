@@ -39,29 +39,27 @@ private Q_SLOTS:
 
     void strangeBodies_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<bool>("valid");
-        QTest::addColumn<bool>("needUpdate");
-        QTest::newRow("empty") << QByteArray() << false << false;
-        QTest::newRow("web page") << QByteArray("<html>502</html>") << false << false;
-        QTest::newRow("array") << json("[{'data':{'need_update':true}}]") << false << false;
-        QTest::newRow("text") << QByteArray("\"data\"") << false << false;
-        QTest::newRow("truncated") << json("{'data':{'need_update':true") << false << false;
-        QTest::newRow("trailing garbage") << json("{'data':{'need_update':true}} x") << false << false;
-        QTest::newRow("no UTF-8") << QByteArray("{\"data\":{\"desc\":\"\xff\xfe\"}}") << false << false;
-        QTest::newRow("binary") << QByteArray(64, '\0') << false << false;
-        QTest::newRow("nesting bomb") << QByteArray(100000, '[') << false << false;
-        QTest::newRow("empty object") << QByteArray("{}") << true << false;
-        QTest::newRow("data is no object") << json("{'data':[true]}") << true << false;
-        QTest::newRow("null") << json("{'data':{'need_update':null}}") << true << false;
-        QTest::newRow("number") << json("{'data':{'need_update':1}}") << true << false;
-        QTest::newRow("word") << json("{'data':{'need_update':'true'}}") << true << false;
-        QTest::newRow("outside data") << json("{'need_update':true,'data':{}}") << true << false;
-        QTest::newRow("nothing else") << json("{'data':{'need_update':true}}") << true << true;
-        QTest::newRow("wrong types")
-            << QByteArray(
-                   json("{'data':{'need_update':true,'url':7,'latest_version':1.2,'sha256':{},'desc':[]}}"))
-            << true << true;
+        const test::Table<QByteArray, bool, bool> table("body", "valid", "needUpdate");
+        table.row("empty", {}, false, false);
+        table.row("web page", "<html>502</html>", false, false);
+        table.row("array", json("[{'data':{'need_update':true}}]"), false, false);
+        table.row("text", "\"data\"", false, false);
+        table.row("truncated", json("{'data':{'need_update':true"), false, false);
+        table.row("trailing garbage", json("{'data':{'need_update':true}} x"), false, false);
+        table.row("no UTF-8", "{\"data\":{\"desc\":\"\xff\xfe\"}}", false, false);
+        table.row("binary", QByteArray(64, '\0'), false, false);
+        table.row("nesting bomb", QByteArray(100000, '['), false, false);
+        table.row("empty object", "{}", true, false);
+        table.row("data is no object", json("{'data':[true]}"), true, false);
+        table.row("null", json("{'data':{'need_update':null}}"), true, false);
+        table.row("number", json("{'data':{'need_update':1}}"), true, false);
+        table.row("word", json("{'data':{'need_update':'true'}}"), true, false);
+        table.row("outside data", json("{'need_update':true,'data':{}}"), true, false);
+        table.row("nothing else", json("{'data':{'need_update':true}}"), true, true);
+        table.row("wrong types",
+                  QByteArray(json(
+                      "{'data':{'need_update':true,'url':7,'latest_version':1.2,'sha256':{},'desc':[]}}")),
+                  true, true);
     }
 
     /// Nothing but strings becomes text, and nothing at all without an offer.
@@ -85,40 +83,31 @@ private Q_SLOTS:
 
     void questionNamesVersionAndPlatform()
     {
-        const QByteArray body = versionCheckBody(QStringLiteral("1.1.4"));
+        const QByteArray body = versionCheckBody("1.1.4");
         QVERIFY2(body.contains('\n'), "the text is indented");
         const QJsonObject question = QJsonDocument::fromJson(body).object();
-        QCOMPARE(question, (QJsonObject{{QStringLiteral("version"), QStringLiteral("1.1.4")},
-                                        {QStringLiteral("platform"), QStringLiteral("windows")}}));
-    }
-
-    void fileDigest_data()
-    {
-        QTest::addColumn<int>("size");
-        for (const int size : {0, 1, 8191, 8192, 8193, 100000})
-            QTest::addRow("%d bytes", size) << size;
+        QCOMPARE(question, (QJsonObject{{"version", "1.1.4"}, {"platform", "windows"}}));
     }
 
     /// The block borders leave no trace.
     void fileDigest()
     {
-        QFETCH(int, size);
-        QByteArray bytes(size, '\0');
-        for (int i = 0; i < size; ++i)
-            bytes[i] = char(i * 7);
         const QTemporaryDir folder;
-        QFile file(folder.filePath(QStringLiteral("package")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(bytes), qint64(size));
-        file.close();
-        QCOMPARE(sha256OfFile(file.fileName()),
-                 QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex()));
+        const QString path = folder.filePath("package");
+        for (const int size : {0, 1, 8191, 8192, 8193, 100000}) {
+            QByteArray bytes(size, '\0');
+            for (int i = 0; i < size; ++i)
+                bytes[i] = char(i * 7);
+            QVERIFY(test::writeFile(path, bytes));
+            QCOMPARE(sha256OfFile(path),
+                     QString(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex()));
+        }
     }
 
     void unreadableFilesHaveNoDigest()
     {
         const QTemporaryDir folder;
-        QCOMPARE(sha256OfFile(folder.filePath(QStringLiteral("absent"))), QString());
+        QCOMPARE(sha256OfFile(folder.filePath("absent")), QString());
         QCOMPARE(sha256OfFile(folder.path()), QString());
         QCOMPARE(sha256OfFile(QString()), QString());
     }

@@ -11,12 +11,9 @@ class UpdateVersionTest : public TestCase
 private Q_SLOTS:
     void comparison_data()
     {
-        QTest::addColumn<QString>("current");
-        QTest::addColumn<QString>("latest");
-        QTest::addColumn<bool>("newer");
-        const auto row = [](const char* current, const char* latest, bool newer) {
-            QTest::addRow("%s to %s", current, latest)
-                << QString::fromLatin1(current) << QString::fromLatin1(latest) << newer;
+        const test::Table<QString, QString, bool> table("current", "latest", "newer");
+        const auto row = [&table](const char* current, const char* latest, bool newer) {
+            table.row(qPrintable(QString::asprintf("%s to %s", current, latest)), current, latest, newer);
         };
         row("1.1.4", "1.1.4", false);
         row("1.1.4", "1.1.5", true);
