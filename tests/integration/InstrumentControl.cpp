@@ -27,7 +27,7 @@ QString InstrumentControl::ask(const QString& command)
 
 QString InstrumentControl::status(const QString& key)
 {
-    const QStringList pairs = ask(QStringLiteral("status")).split(QLatin1Char(' '));
+    const QStringList pairs = ask("status").split(QLatin1Char(' '));
     for (const QString& pair : pairs) {
         if (pair.section(QLatin1Char('='), 0, 0) == key)
             return pair.section(QLatin1Char('='), 1);

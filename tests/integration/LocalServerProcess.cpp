@@ -18,17 +18,10 @@ bool LocalServerProcess::start(const QStringList& arguments)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(QStringLiteral(QUORVEL_LOCAL_SERVER),
-                    QStringList{QStringLiteral("--api-port"), QStringLiteral("0"),
-                                QStringLiteral("--docs-port"), QStringLiteral("0")} +
-                        arguments);
+                    QStringList{"--api-port", "0", "--docs-port", "0"} + arguments);
     m_apiPort = QUrl(nextLine().section(QLatin1Char(' '), -1)).port();
     m_docsPort = QUrl(nextLine().section(QLatin1Char(' '), -1)).port();
     return m_apiPort > 0 && m_docsPort > 0;
-}
-
-QString LocalServerProcess::url(const QString& path) const
-{
-    return QStringLiteral("http://127.0.0.1:%1%2").arg(m_apiPort).arg(path);
 }
 
 bool LocalServerProcess::command(const QString& line)

@@ -16,8 +16,6 @@ public:
     bool start(const QStringList& arguments = {});
     int apiPort() const { return m_apiPort; }
     int docsPort() const { return m_docsPort; }
-    /// "http://127.0.0.1:<API port>" + \a path.
-    QString url(const QString& path) const;
 
     /// Gives one command, for example "fault /download/* stalled"; false when it was not understood.
     bool command(const QString& line);

@@ -88,37 +88,6 @@ class MultimeterTest(case.SharedApplicationTestCase):
         self.assertEqual(self.voltages(), ["3.750V", "2.500V", "1.234V"])
         self.assertIn("Resistance --", self.rows()[0].name)
 
-    def test_ohm_signs_and_columns(self):
-        self.app.click_item("Resistance")
-        self.record("4.702kOhm")
-        self.assertIn("Resistance 4.702kΩ", self.rows()[0].name)
-        self.assertIn("Voltage --", self.rows()[0].name)
-        self.app.click_item("Voltage")
-
-    def test_rows_are_deleted_by_mouse(self):
-        self.app.click_item("Voltage")
-        for reading in ("1.100V", "2.200V", "3.300V"):
-            self.record(reading)
-        self.desktop.click(*self.rows()[1].center, button=3)
-        self.app.click_item("Delete Item")
-        wait_for(lambda: len(self.rows()) == 2, "one row is gone")
-        self.assertEqual(self.voltages(), ["3.300V", "1.100V"])
-        self.desktop.click(*self.rows()[0].center, button=3)
-        self.app.wait_item("Delete Item")
-        self.app.click_item(re.compile("^Voltage Gear"))
-        self.app.wait_gone("Delete Item")
-        self.assertEqual(len(self.rows()), 2)
-
-    def test_records_are_hidden_and_the_choice_is_kept(self):
-        self.app.click_item("Hide Records")
-        self.app.wait_item("Show Records")
-        wait_for(lambda: self.app.home.settings()["multimeterGauge"]["historyTableVisible"] == "false",
-                 "the choice is stored")
-        open_page(self.app, "gauge")
-        open_page(self.app, "multimeter")
-        self.app.click_item("Show Records")
-        self.app.wait_item("Hide Records")
-
     def test_an_unplug_empties_reading_and_table(self):
         self.app.click_item("Voltage")
         self.record("1.500V")

@@ -111,21 +111,6 @@ class WindowTest(case.SharedApplicationTestCase):
 
 
 class RestartTest(case.SystemTestCase):
-    def test_the_range_choice_survives(self):
-        app = self.start()
-        app.click_item("Range 2.4A")
-        wait_for(lambda: app.home.settings().get("pointerGauge", {}).get("currentRangeIndex") == "1",
-                 "the choice is stored")
-        x, y, width, height = app.find("Range 2.4A").extents
-        self.desktop.move(*self.desktop.idle_place)
-        lit = (x + 5, y + height // 2, 1, 1)
-        color = wait_for(lambda: self.desktop.picture(lit), "its colour")
-        app.click_item("Close")
-        self.assertEqual(app.wait_exit(), 0)
-        again = self.start(home=app.home)
-        self.assertEqual(again.wait_item("Range 2.4A").extents, (x, y, width, height))
-        wait_for(lambda: self.desktop.picture(lit) == color, "the button is lit again")
-
     def test_the_window_comes_back_where_it_was(self):
         app = self.start()
         x, y, width, height = self.desktop.geometry(app.window)
