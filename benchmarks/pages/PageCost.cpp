@@ -19,6 +19,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstdlib>
 #include <functional>
 
 namespace {
@@ -241,6 +242,8 @@ int main(int argc, char** argv)
         for (int language = 0; language < 2; ++language)
             emptySwitch.push_back(window.switchLanguage());
     }
+    // Ends the drawing thread, which calls into the window's watch.
+    app.shutdown();
 
     bool met = true;
     for (size_t page = 0; page < cPages.size(); ++page) {
