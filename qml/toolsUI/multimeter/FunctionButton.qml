@@ -14,7 +14,8 @@ RadioButton {
 
     // All buttons of a row are of one size, so their texts are too.
     readonly property bool _narrow: width < 140
-    readonly property real _pointSize: _narrow ? Math.max(8.5, Math.min(9.5, width * 0.084)) : Math.max(11, Math.min(16, height * 0.17, width * 0.075))
+    readonly property real _pointSize: _narrow ? Math.max(8.5, Math.min(9.5, width * 0.084))
+                                               : Math.max(11, Math.min(16, height * 0.17, width * 0.075))
     readonly property real _badgeSize: Math.round(_pointSize * 2)
 
     implicitHeight: 44
