@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
-import QtQuick.Controls 2.12
+import QtQuick.Templates 2.12 as Templates
 import QtQuick.Window 2.12
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
@@ -53,7 +53,7 @@ Rectangle {
             Accessible.name: "Quorvel"
         }
 
-        AbstractButton {
+        Templates.AbstractButton {
             id: _toggle
 
             readonly property real _rightX: _header.width - width - ScreenTools.defaultFontPixelWidth

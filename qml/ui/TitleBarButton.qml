@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
-import QtQuick.Controls 2.12
+import QtQuick.Templates 2.12 as Templates
 import GenToolbox 1.0
 
 import "../customize"
 
 /// A glyph of the title bar. `name` is what assistive tools read; `tip`, when not empty, is shown on hover.
-AbstractButton {
+Templates.AbstractButton {
     id: _root
 
     property string picture: ""
