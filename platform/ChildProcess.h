@@ -8,9 +8,10 @@ namespace platform {
 /**
  * A QProcess that survives a system which refuses it a process.
  *
- * For a plain QProcess Qt 5.15 on Linux uses a system call of its own and takes that one's failure for a child
- * with the process id -1: ending it, which the destructor does too, would kill every process of the user. For
- * a derived class, whatever it adds, Qt uses fork(), and a failure is told by errorOccurred(FailedToStart).
+ * For a plain QProcess Qt 5.15 on Linux uses a system call of its own and takes that one's failure for a
+ * child with the process id -1: ending it, which the destructor does too, would kill every process of the
+ * user. For a derived class, whatever it adds, Qt uses fork(), and a failure is told by
+ * errorOccurred(FailedToStart).
  */
 class ChildProcess : public QProcess
 {

@@ -60,8 +60,8 @@ private Q_SLOTS:
         QCOMPARE(result.output.count('\r'), lines);
         QCOMPARE(result.output.count('\n'), lines > 0 ? 1 : 0);
         QVERIFY(!result.output.contains("\r  0%"));
-        const QRegularExpression step("^ {0,2}\\d{1,3}% \\[=* *\\](?: *\\d+\\.\\d kB/s, ETA "
-                                      "\\d\\d:\\d\\d | *\\d+ kB, *\\d+\\.\\d kB/s\\n)$");
+        static const QRegularExpression step("^ {0,2}\\d{1,3}% \\[=* *\\](?: *\\d+\\.\\d kB/s, ETA "
+                                             "\\d\\d:\\d\\d | *\\d+ kB, *\\d+\\.\\d kB/s\\n)$");
         const QList<QByteArray> shown = result.output.split('\r').mid(1);
         for (const QByteArray& line : shown) {
             QVERIFY2(step.match(QString::fromLatin1(line)).hasMatch(), line.constData());

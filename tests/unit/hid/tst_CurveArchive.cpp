@@ -174,7 +174,8 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         CurveArchive archive;
-        for (const QString& path : {folder.path(), folder.filePath("missing.json"), QString(), QStringLiteral("/dev/zero")})
+        for (const QString& path :
+             {folder.path(), folder.filePath("missing.json"), QString(), QStringLiteral("/dev/zero")})
             QCOMPARE(CurveArchive::load(path, archive), CurveArchive::LoadStatus::NotOpened);
     }
 

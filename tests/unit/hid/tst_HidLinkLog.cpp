@@ -24,7 +24,7 @@ QStringList linkLog()
     QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     if (!lines.takeLast().isEmpty())
         return {"the last line has no end"};
-    const QRegularExpression form("^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] (.*)$");
+    static const QRegularExpression form("^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] (.*)$");
     for (QString& line : lines)
         line = form.match(line).captured(1);
     return lines;
