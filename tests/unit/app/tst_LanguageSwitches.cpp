@@ -107,7 +107,7 @@ private Q_SLOTS:
         m_window = qobject_cast<QQuickWindow*>(genApp()->rootWindow());
         QVERIFY(m_window);
         QVERIFY(QTest::qWaitForWindowExposed(m_window));
-        m_stack = itemWith(m_window->contentItem(), "loadPages");
+        m_stack = itemWith(m_window->contentItem(), "currentPage");
         m_column = itemWith(m_window->contentItem(), "collapsedButtonHeight");
         QVERIFY(m_stack && m_column);
     }
