@@ -32,6 +32,7 @@ string(
     qml-module-qtquick-controls
     qml-module-qtquick-controls2
     qml-module-qtquick-layouts
+    qml-module-qtquick-templates2
     qml-module-qtquick-window2
     qml-module-qtquick2)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "sunxi-tools, xdg-utils")
