@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/GenApplication.h"
 
-#include "app/ApplicationInfo.h"
 #include "app/GenToolbox.h"
 #include "qmlsupport/ChartSeriesFiller.h"
 #include "qmlsupport/GenControlQmlGlobal.h"
 #include "qmlsupport/ScreenToolsController.h"
 #include "qmlsupport/TintedImageProvider.h"
 #include "settings/GenSettings.h"
+#include "storage/ApplicationInfo.h"
 #include "upgrade/CUpgradeControl.h"
 
 #include <QDebug>
@@ -52,6 +52,11 @@ QObject* provideGlobals(QQmlEngine*, QJSEngine*)
     return globals;
 }
 
+QObject* provideUpgradeControl(QQmlEngine*, QJSEngine*)
+{
+    return new CUpgradeControl(theApplication->toolbox()->genSettings()->file());
+}
+
 template <class Singleton>
 QObject* provide(QQmlEngine*, QJSEngine*)
 {
@@ -88,7 +93,7 @@ void GenApplication::registerQmlTypes()
     qmlRegisterSingletonType<ScreenToolsController>("GenControl.ScreenToolsController", 1, 0,
                                                     "ScreenToolsController", provide<ScreenToolsController>);
     qmlRegisterSingletonType<CUpgradeControl>("CUpgradeControl", 1, 0, "CUpgradeControl",
-                                              provide<CUpgradeControl>);
+                                              provideUpgradeControl);
 }
 
 void GenApplication::prepareEngine(QQmlEngine& engine)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/ApplicationInfo.h"
 #include "app/GenApplication.h"
 #include "platform/Allocator.h"
+#include "storage/ApplicationInfo.h"
 
 #include <QDebug>
 #include <QLocalServer>

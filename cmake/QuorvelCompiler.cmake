@@ -40,6 +40,17 @@ function(quorvel_configure target)
     endif()
 endfunction()
 
+# quorvel_add_library(<layer> SOURCES <file>... [LIBRARIES <target>...]): the static library quorvel_<layer>. It
+# may include what its libraries hold and nothing else of this project; scripts/check-includes holds it.
+function(quorvel_add_library layer)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_library(quorvel_${layer} STATIC ${ARG_SOURCES})
+    quorvel_configure(quorvel_${layer})
+    set_target_properties(quorvel_${layer} PROPERTIES AUTOMOC ON)
+    target_include_directories(quorvel_${layer} PUBLIC "${PROJECT_SOURCE_DIR}")
+    target_link_libraries(quorvel_${layer} PUBLIC Qt5::Core ${ARG_LIBRARIES})
+endfunction()
+
 if(QUORVEL_SANITIZE)
     add_compile_options(-fsanitize=${QUORVEL_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${QUORVEL_SANITIZE})

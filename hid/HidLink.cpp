@@ -16,8 +16,8 @@ constexpr qint64 cSilenceLimitMs = 10000;
 
 } // namespace
 
-HidLink::HidLink(GenApplication* app, GenToolbox* toolbox)
-    : GenTool(app, toolbox), m_clock(&QDateTime::currentMSecsSinceEpoch)
+HidLink::HidLink(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings)
+    : GenTool(app, toolbox), m_settings(std::move(settings)), m_clock(&QDateTime::currentMSecsSinceEpoch)
 {
     if (isHistoryPersistenceEnabled())
         loadMultimeterHistory();

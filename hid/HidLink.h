@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/GenTool.h"
-#include "hid/MultimeterHistory.h"
-#include "hid/MultimeterReading.h"
-#include "hid/PacketCodec.h"
-#include "hid/ReadingGate.h"
-#include "settings/DailyLog.h"
+#include "instrument/MultimeterHistory.h"
+#include "instrument/MultimeterReading.h"
+#include "instrument/PacketCodec.h"
+#include "instrument/ReadingGate.h"
+#include "qmlsupport/GenTool.h"
+#include "storage/DailyLog.h"
 
 #include <QByteArray>
 #include <QMutex>
@@ -20,6 +20,7 @@
 #include <optional>
 #include <thread>
 
+class SettingsFile;
 struct hid_device_;
 
 /**
@@ -65,7 +66,8 @@ class HidLink : public GenTool
     Q_PROPERTY(QVariantList deviceLogs READ deviceLogs NOTIFY deviceLogsChanged)
 
 public:
-    HidLink(GenApplication* app, GenToolbox* toolbox);
+    /// Without \a settings every switch is off.
+    HidLink(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings = {});
     /// Stops the reader and closes the device; takes at most one read time-out of 25 ms.
     ~HidLink() override;
 
@@ -238,6 +240,8 @@ private:
     /// Part of closing the device: last reading, current table and recording gate, without signals.
     void resetMultimeter();
 
+    /// Null without a store: every switch is then off.
+    const std::shared_ptr<SettingsFile> m_settings;
     DeviceHandle m_device;
     int m_lastWriteResult = -1;
     const int m_vendorId = 0x0483;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "hid/CurveArchive.h"
 #include "hid/HidLink.h"
+#include "instrument/CurveArchive.h"
 #include "platform/FileManager.h"
-#include "settings/DataFolders.h"
+#include "storage/DataFolders.h"
 
 #include <QDateTime>
 #include <QFileInfo>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hid/HidLink.h"
+#include "instrument/ReportDescriptor.h"
 #include "platform/HidNode.h"
 
 #include <hidapi.h>
@@ -104,8 +105,8 @@ bool HidLink::tryOpenDevice(bool reportFailure)
     logLine(QStringLiteral("HID opened successfully. selectedPath=%1 initialPacketSize=%2")
                 .arg(discovery.selectedPath, QString::number(discovery.probePacket.size())));
     std::array<unsigned char, cDescriptorBufferSize> descriptor{};
-    const int descriptorSize = platform::hidReportDescriptor(
-        m_device.get(), QFile::encodeName(discovery.selectedPath), descriptor.data(), descriptor.size());
+    const int descriptorSize = hidReportDescriptor(m_device.get(), QFile::encodeName(discovery.selectedPath),
+                                                   descriptor.data(), descriptor.size());
     logLine(QStringLiteral("HID report descriptor size=%1").arg(descriptorSize));
 
     ++m_linkNumber;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hid/HidLink.h"
 
-#include "app/GenToolbox.h"
-#include "settings/GenSettings.h"
+#include "storage/SettingsFile.h"
 
 #include <QDebug>
 
@@ -15,11 +14,7 @@ constexpr int cMaxDeviceLogs = 500;
 bool HidLink::systemSwitch(const QString& key) const
 {
     static const QString group = QStringLiteral("sysSettings");
-    // While shutting down, the settings store may be gone before the link.
-    if (m_shuttingDown || m_toolbox == nullptr)
-        return false;
-    const GenSettings* settings = m_toolbox->genSettings();
-    return settings != nullptr && settings->bValue(key, false, group);
+    return m_settings != nullptr && m_settings->value(group, key, false).toBool();
 }
 
 bool HidLink::usbDebugEnabled() const

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hid/HidLink.h"
-#include "settings/DataFolders.h"
+#include "storage/DataFolders.h"
 
 #include <QDateTime>
 #include <QDebug>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/GenTool.h"
 #include "qmlsupport/GenPaletteColors.h"
+#include "qmlsupport/GenTool.h"
 
 #include <QColor>
 #include <QStringList>

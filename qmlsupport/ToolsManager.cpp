@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "qmlsupport/ToolsManager.h"
 
-#include "app/GenApplication.h"
 #include "qmlsupport/QmlComponentInfo.h"
+
+#include <QCoreApplication>
 
 namespace {
 
@@ -39,8 +40,6 @@ QString translatedTitle(const PageEntry& page)
 ToolsManager::ToolsManager(GenApplication* app, GenToolbox* toolbox) : GenTool(app, toolbox)
 {
     qRegisterMetaType<QmlComponentInfo*>("QmlComponentInfo*");
-    if (app != nullptr)
-        connect(app, &GenApplication::languageChanged, this, &ToolsManager::refreshTitles);
 }
 
 ToolsManager::~ToolsManager() = default;

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/GenTool.h"
+#include "qmlsupport/GenTool.h"
 
-#include <QHash>
-#include <QMutex>
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
-#include <optional>
 
-class QSettings;
+class SettingsFile;
 
 /**
  * The one persistent store of user and system settings: "Quorvel.ini" in the Documents folder. Created
@@ -25,10 +23,14 @@ class GenSettings : public GenTool
     Q_OBJECT
 
 public:
-    GenSettings(GenApplication* app, GenToolbox* toolbox);
+    /// Calls \a onLanguageStored, when there is one, after each storing of the key "language".
+    GenSettings(GenApplication* app, GenToolbox* toolbox, std::function<void()> onLanguageStored = {});
     ~GenSettings() override;
 
     void setToolbox(GenToolbox* toolbox) override;
+
+    /// The file behind this store, for those who outlive it or use it from other threads.
+    std::shared_ptr<SettingsFile> file() const { return m_file; }
 
     /// Stores a value and writes it to disk before returning. The key "language" also makes the
     /// application apply the new language; store that key from the GUI thread only.
@@ -46,15 +48,9 @@ public:
                             const QString& group = QString()) const;
 
 private:
-    void _init();
     QVariant value(const QString& key, const QVariant& defaultValue, const QString& group) const;
 
     const QString defaultGroup;
-    /// Guards m_settings (whose entered group is state) and m_known.
-    mutable QMutex m_mutex;
-    std::unique_ptr<QSettings> m_settings;
-    /// What was read or written so far, by "group/key"; nothing where nothing is stored. This object is the
-    /// only writer of the file, so a hit is as good as asking QSettings, and the link asks for the debug
-    /// switch with every packet.
-    mutable QHash<QString, std::optional<QVariant>> m_known;
+    const std::shared_ptr<SettingsFile> m_file;
+    const std::function<void()> m_onLanguageStored;
 };

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "system/SystemManager.h"
 
-#include "app/GenToolbox.h"
+#include "firmware/FlashProgress.h"
 #include "platform/DeviceNotice.h"
-#include "settings/DataFolders.h"
-#include "settings/GenSettings.h"
-#include "system/FlashProgress.h"
+#include "storage/DataFolders.h"
+#include "storage/SettingsFile.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -21,12 +20,12 @@
 
 #include <utility>
 
-SystemManager::SystemManager(GenApplication* app, GenToolbox* toolbox, SystemServices services,
-                             const SystemTimings& timings)
+SystemManager::SystemManager(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings,
+                             SystemServices services, const SystemTimings& timings)
     : GenTool(app, toolbox)
     , m_services(std::move(services))
     , m_timings(timings)
-    , m_settings(toolbox != nullptr ? toolbox->genSettings() : nullptr)
+    , m_settings(std::move(settings))
 {
     loadServerSettings();
     writeLog(
@@ -66,7 +65,6 @@ SystemManager::~SystemManager()
 void SystemManager::setToolbox(GenToolbox* toolbox)
 {
     GenTool::setToolbox(toolbox);
-    m_settings = toolbox != nullptr ? toolbox->genSettings() : nullptr;
     publishToQml(this, "GenTool.SystemManager", "SystemManager");
 }
 
@@ -122,7 +120,7 @@ void SystemManager::writeLog(const QString& message)
 void SystemManager::appendToLog(const QString& message, const QDateTime& now)
 {
     if (m_settings == nullptr ||
-        !m_settings->bValue(QStringLiteral("usbDebugEnabled"), false, server::settingsGroup()))
+        !m_settings->value(server::settingsGroup(), QStringLiteral("usbDebugEnabled"), false).toBool())
         return;
     m_log.append(message, now);
 }
@@ -140,7 +138,7 @@ void SystemManager::slotlogMessage(const QString& msg)
 void SystemManager::storeSetting(const QString& key, const QVariant& value)
 {
     if (m_settings != nullptr)
-        m_settings->setValue(key, value, server::settingsGroup());
+        m_settings->setValue(server::settingsGroup(), key, value);
 }
 
 bool SystemManager::runProcessAndWait(const QString& program, const QStringList& arguments,

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/GenTool.h"
+#include "network/ServerAddress.h"
 #include "platform/ChildProcess.h"
-#include "settings/DailyLog.h"
-#include "settings/ServerAddress.h"
+#include "qmlsupport/GenTool.h"
+#include "storage/DailyLog.h"
 #include "system/SystemServices.h"
 
 #include <QAbstractNativeEventFilter>
@@ -19,7 +19,7 @@
 #include <optional>
 
 class FileDownload;
-class GenSettings;
+class SettingsFile;
 class QNetworkAccessManager;
 class QNetworkReply;
 class QTimer;
@@ -47,8 +47,8 @@ class SystemManager : public GenTool, public QAbstractNativeEventFilter
     Q_PROPERTY(bool felDriverInstallBusy READ felDriverInstallBusy NOTIFY felDriverInstallBusyChanged)
 
 public:
-    SystemManager(GenApplication* app, GenToolbox* toolbox, SystemServices services = {},
-                  const SystemTimings& timings = {});
+    SystemManager(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings = {},
+                  SystemServices services = {}, const SystemTimings& timings = {});
     ~SystemManager() override;
 
     void setToolbox(GenToolbox* toolbox) override;
@@ -199,8 +199,8 @@ private:
 
     const SystemServices m_services;
     const SystemTimings m_timings;
-    /// Null once the store is gone, which the toolbox deletes before this object.
-    QPointer<GenSettings> m_settings;
+    /// Null without a store: defaults are then used and nothing is logged.
+    const std::shared_ptr<SettingsFile> m_settings;
     const DailyLog m_log{QStringLiteral("system_manager_%1.log")};
     /// Ends pool tasks and the processes that they wait for; the only member that they read.
     std::atomic_bool m_stopping{false};

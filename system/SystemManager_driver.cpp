@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "firmware/DriverJob.h"
 #include "platform/PowerShell.h"
-#include "system/DriverJob.h"
 #include "system/SystemManager.h"
 
 #include <QCoreApplication>

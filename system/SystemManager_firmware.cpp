@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "system/FileDownload.h"
-#include "system/FirmwareCatalogue.h"
-#include "system/FlashProgress.h"
-#include "system/ReplyGuard.h"
+#include "firmware/FirmwareCatalogue.h"
+#include "firmware/FlashProgress.h"
+#include "network/FileDownload.h"
+#include "network/ReplyGuard.h"
 #include "system/SystemManager.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "system/FileDownload.h"
-#include "system/FirmwareCatalogue.h"
-#include "system/FlashProgress.h"
+#include "firmware/FirmwareCatalogue.h"
+#include "firmware/FlashProgress.h"
+#include "network/FileDownload.h"
 #include "system/SystemManager.h"
 
 #include <QEventLoop>

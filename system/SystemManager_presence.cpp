@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "firmware/FlashProgress.h"
 #include "platform/DeviceChangeMessage.h"
-#include "system/FlashProgress.h"
 #include "system/SystemManager.h"
 
 #include <QDebug>

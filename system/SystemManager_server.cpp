@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/GenSettings.h"
-#include "system/ReplyGuard.h"
+#include "network/ReplyGuard.h"
+#include "storage/SettingsFile.h"
 #include "system/SystemManager.h"
 
 #include <QNetworkAccessManager>
@@ -21,11 +21,14 @@ void SystemManager::loadServerSettings()
     if (m_settings == nullptr)
         return;
     const QString group = server::settingsGroup();
-    m_serverHost = server::normalizeServerHost(m_settings->sValue(server::hostKey(), m_serverHost, group));
-    m_docsPort = server::portOr(m_settings->iValue(server::docsPortKey(), server::cDefaultDocsPort, group),
-                                server::cDefaultDocsPort);
-    m_apiPort = server::portOr(m_settings->iValue(server::apiPortKey(), server::cDefaultApiPort, group),
-                               server::cDefaultApiPort);
+    m_serverHost =
+        server::normalizeServerHost(m_settings->value(group, server::hostKey(), m_serverHost).toString());
+    m_docsPort =
+        server::portOr(m_settings->value(group, server::docsPortKey(), server::cDefaultDocsPort).toInt(),
+                       server::cDefaultDocsPort);
+    m_apiPort =
+        server::portOr(m_settings->value(group, server::apiPortKey(), server::cDefaultApiPort).toInt(),
+                       server::cDefaultApiPort);
 }
 
 QString SystemManager::apiUrl(const QString& path) const

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "upgrade/CUpgradeControl.h"
 
-#include "app/ApplicationInfo.h"
-#include "app/GenApplication.h"
-#include "app/GenToolbox.h"
+#include "network/ServerAddress.h"
 #include "platform/InstallerLauncher.h"
-#include "settings/GenSettings.h"
-#include "settings/ServerAddress.h"
+#include "storage/ApplicationInfo.h"
+#include "storage/SettingsFile.h"
 #include "upgrade/CDownWorkThread.h"
 #include "upgrade/FileDigest.h"
 #include "upgrade/UpdateAnswer.h"
@@ -22,6 +20,8 @@
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
+
+#include <utility>
 
 namespace {
 
@@ -53,16 +53,10 @@ QString downloadDir()
     return QStandardPaths::writableLocation(QStandardPaths::TempLocation);
 }
 
-/// The settings store, or null when the application has none (yet, or any more).
-GenSettings* settingsStore()
-{
-    const GenApplication* app = genApp();
-    return app != nullptr && app->toolbox() != nullptr ? app->toolbox()->genSettings() : nullptr;
-}
-
 } // namespace
 
-CUpgradeControl::CUpgradeControl(QObject* parent) : QObject(parent)
+CUpgradeControl::CUpgradeControl(std::shared_ptr<SettingsFile> settings, QObject* parent)
+    : QObject(parent), m_settings(std::move(settings))
 {
     QTimer::singleShot(autoCheckDelayMs, this, [this] { requestCheckUpdate(apiUrl(checkPath()), false); });
 }
@@ -104,16 +98,17 @@ void CUpgradeControl::checkUpdate(const QString& apiUrl)
 QString CUpgradeControl::serverBaseUrl() const
 {
     QString host = server::defaultServerAddress();
-    if (const GenSettings* settings = settingsStore())
-        host = settings->sValue(server::hostKey(), host, server::settingsGroup());
+    if (m_settings != nullptr)
+        host = m_settings->value(server::settingsGroup(), server::hostKey(), host).toString();
     return server::normalizeServerHost(host);
 }
 
 QString CUpgradeControl::apiUrl(const QString& path) const
 {
     int port = server::cDefaultApiPort;
-    if (const GenSettings* settings = settingsStore())
-        port = server::portOr(settings->iValue(server::apiPortKey(), port, server::settingsGroup()), port);
+    if (m_settings != nullptr)
+        port = server::portOr(m_settings->value(server::settingsGroup(), server::apiPortKey(), port).toInt(),
+                              port);
     return server::url(serverBaseUrl(), port, path);
 }
 
@@ -172,9 +167,8 @@ void CUpgradeControl::handleCheckReply(QNetworkReply* reply, bool manual)
     qDebug() << "new version:" << m_latestVersion;
     qDebug() << "sha256:" << m_packageSha256;
 
-    const GenSettings* settings = settingsStore();
-    if (!manual && settings != nullptr &&
-        settings->sValue(ignoredVersionKey(), {}, upgradeGroup()) == m_latestVersion) {
+    if (!manual && m_settings != nullptr &&
+        m_settings->value(upgradeGroup(), ignoredVersionKey(), {}).toString() == m_latestVersion) {
         qDebug() << "update ignored version:" << m_latestVersion;
         return;
     }
@@ -194,10 +188,9 @@ void CUpgradeControl::handleCheckReply(QNetworkReply* reply, bool manual)
 void CUpgradeControl::ignoreVersion(const QString& version)
 {
     const QString trimmed = version.trimmed();
-    GenSettings* settings = settingsStore();
-    if (trimmed.isEmpty() || settings == nullptr)
+    if (trimmed.isEmpty() || m_settings == nullptr)
         return;
-    settings->setValue(ignoredVersionKey(), trimmed, upgradeGroup());
+    m_settings->setValue(upgradeGroup(), ignoredVersionKey(), trimmed);
 }
 
 void CUpgradeControl::createWorker()

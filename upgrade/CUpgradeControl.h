@@ -4,11 +4,13 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 class CDownWorkThread;
-class GenSettings;
 class QNetworkAccessManager;
 class QNetworkReply;
 class QThread;
+class SettingsFile;
 
 /**
  * Finds, downloads, verifies and starts a new version of the application; the QML singleton
@@ -35,7 +37,8 @@ public:
     };
     Q_ENUM(UPC_Status)
 
-    explicit CUpgradeControl(QObject* parent = nullptr);
+    /// Without \a settings the default server is asked and no version is ignored.
+    explicit CUpgradeControl(std::shared_ptr<SettingsFile> settings = {}, QObject* parent = nullptr);
     /// Ends a running transfer and its thread; blocks for at most 2.5 s, in practice for milliseconds.
     ~CUpgradeControl() override;
 
@@ -82,6 +85,7 @@ private:
     /// Whether the file at \a path is exactly what the server announced.
     bool verifyPackage(const QString& path) const;
 
+    const std::shared_ptr<SettingsFile> m_settings;
     QString m_downloadUrl;
     QString m_installerPath;
     QThread* m_workerThread = nullptr;

@@ -2,7 +2,7 @@
 // Writing a curve archive (JSON and CSV) and loading it back, against plain QJsonDocument on the same data.
 // The floor of writing puts the same two files on the disk, the text of the table being ready.
 #include "benchmarks/services/Measure.h"
-#include "hid/CurveArchive.h"
+#include "instrument/CurveArchive.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Recording one reading with a full persistent history, against serialising and writing the same rows.
 #include "benchmarks/services/Measure.h"
-#include "hid/MultimeterHistory.h"
-#include "hid/MultimeterReading.h"
+#include "instrument/MultimeterHistory.h"
+#include "instrument/MultimeterReading.h"
 
 #include <QJsonDocument>
 #include <QSaveFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What reading a firmware catalogue costs on top of parsing its JSON.
 #include "benchmarks/services/Measure.h"
-#include "system/FirmwareCatalogue.h"
+#include "firmware/FirmwareCatalogue.h"
 
 #include <QJsonDocument>
 

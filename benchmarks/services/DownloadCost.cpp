@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Downloading and saving 64 MB over loopback against curl, and how much memory grows meanwhile.
 #include "benchmarks/services/Measure.h"
-#include "system/FileDownload.h"
+#include "network/FileDownload.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

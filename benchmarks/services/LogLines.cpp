@@ -2,8 +2,8 @@
 // Lines per second of the daily log against opening, appending and closing with the C library alone, and
 // whether all are there.
 #include "benchmarks/services/Measure.h"
-#include "settings/DailyLog.h"
-#include "settings/DataFolders.h"
+#include "storage/DailyLog.h"
+#include "storage/DataFolders.h"
 
 #include <QCoreApplication>
 #include <QDir>

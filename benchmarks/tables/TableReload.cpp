@@ -5,7 +5,7 @@
 #include "app/GenToolbox.h"
 #include "benchmarks/services/Measure.h"
 #include "hid/HidLink.h"
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 
 #include <QFile>
 #include <QQmlApplicationEngine>

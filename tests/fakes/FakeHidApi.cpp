@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/fakes/FakeHidApi.h"
 
+#include "instrument/ReportDescriptor.h"
 #include "platform/HidNode.h"
 
 #include <hidapi.h>
@@ -235,6 +236,8 @@ QString hidAccessAdvice(const QByteArray& path)
     return instrument ? instrument->device.accessAdvice : QString();
 }
 
+} // namespace platform
+
 int hidReportDescriptor(hid_device_* device, const QByteArray& path, unsigned char* buffer, size_t size)
 {
     constexpr int cDescriptorSize = 34;
@@ -244,8 +247,6 @@ int hidReportDescriptor(hid_device_* device, const QByteArray& path, unsigned ch
     std::memset(buffer, 0, std::min<size_t>(size, cDescriptorSize));
     return cDescriptorSize;
 }
-
-} // namespace platform
 
 int hid_init(void)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Whatever an instrument may send: a series of packets through the codec and the link's receive entry.
 #include "hid/HidLink.h"
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 
 #include <QCoreApplication>
 

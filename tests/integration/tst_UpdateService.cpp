@@ -37,7 +37,7 @@ private Q_SLOTS:
     {
         TestCase::init();
         QVERIFY(m_server.command("clear"));
-        m_control = std::make_unique<CUpgradeControl>();
+        m_control = std::make_unique<CUpgradeControl>(genApp()->toolbox()->genSettings()->file());
         m_status = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::updateStatus);
     }
 

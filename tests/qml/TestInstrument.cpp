@@ -2,7 +2,7 @@
 #include "tests/qml/TestInstrument.h"
 
 #include "hid/HidLink.h"
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 #include "tests/fakes/FakeHidApi.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/virtual-instrument/HostPacketText.h"
 
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 
 #include <QStringList>
 

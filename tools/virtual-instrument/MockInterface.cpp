@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/virtual-instrument/MockInterface.h"
 
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 
 // GLib's headers use "signals" as a name.
 #undef signals

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 
 #include <QString>
 

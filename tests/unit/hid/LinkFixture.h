@@ -2,7 +2,7 @@
 #pragma once
 
 #include "hid/HidLink.h"
-#include "hid/PacketCodec.h"
+#include "instrument/PacketCodec.h"
 #include "tests/fakes/FakeHidApi.h"
 #include "tests/support/TestCase.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/GenApplication.h"
 #include "app/GenToolbox.h"
-#include "settings/DataFolders.h"
 #include "settings/GenSettings.h"
+#include "storage/DataFolders.h"
 #include "tests/unit/hid/LinkFixture.h"
 
 #include <QDir>

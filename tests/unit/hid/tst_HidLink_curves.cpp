@@ -2,7 +2,7 @@
 #include "app/GenApplication.h"
 #include "app/GenToolbox.h"
 #include "hid/HidLink.h"
-#include "settings/DataFolders.h"
+#include "storage/DataFolders.h"
 #include "tests/support/FileSizeLimit.h"
 #include "tests/support/TestCase.h"
 

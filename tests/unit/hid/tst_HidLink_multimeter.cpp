@@ -2,8 +2,8 @@
 #include "app/GenApplication.h"
 #include "app/GenToolbox.h"
 #include "hid/HidLink.h"
-#include "settings/DataFolders.h"
 #include "settings/GenSettings.h"
+#include "storage/DataFolders.h"
 #include "tests/support/TestCase.h"
 
 #include <QtTest>
@@ -152,7 +152,8 @@ private Q_SLOTS:
 private:
     void newLink()
     {
-        m_link = std::make_unique<HidLink>(genApp(), genApp()->toolbox());
+        m_link = std::make_unique<HidLink>(genApp(), genApp()->toolbox(),
+                                           genApp()->toolbox()->genSettings()->file());
         m_link->setClock([this] { return m_now; });
     }
 

@@ -2,8 +2,8 @@
 #include "tests/unit/system/ManagerFixture.h"
 
 #include "hid/HidLink.h"
-#include "settings/DataFolders.h"
 #include "settings/GenSettings.h"
+#include "storage/DataFolders.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -69,7 +69,8 @@ QStringList ManagerFixture::cached()
 
 SystemManager& ManagerFixture::start()
 {
-    manager = std::make_unique<SystemManager>(nullptr, &toolbox, services, timings);
+    manager =
+        std::make_unique<SystemManager>(nullptr, &toolbox, toolbox.genSettings()->file(), services, timings);
     QObject::connect(manager.get(), &SystemManager::logMessage, manager.get(),
                      [this](const QString& message) { messages.append(message); });
     QObject::connect(manager.get(), &SystemManager::progressChanged, manager.get(),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PowerShell.h"
-#include "settings/DataFolders.h"
 #include "settings/GenSettings.h"
+#include "storage/DataFolders.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/DeviceChangeMessage.h"
 #include "platform/PowerShell.h"
+#include "settings/GenSettings.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>
@@ -136,7 +137,8 @@ private Q_SLOTS:
             return platform::UsbQuery{};
         };
         m_fixture->timings.firstPresenceCheckMs = 1;
-        auto* manager = new SystemManager(nullptr, &toolbox, m_fixture->services, m_fixture->timings);
+        auto* manager = new SystemManager(nullptr, &toolbox, toolbox.genSettings()->file(),
+                                          m_fixture->services, m_fixture->timings);
         QTRY_VERIFY(looking.available() > 0);
         QVERIFY(manager->parent() == &toolbox);
     }

@@ -198,7 +198,7 @@ private Q_SLOTS:
 
     void withoutSettings()
     {
-        SystemManager manager(nullptr, nullptr, m_fixture->services, m_fixture->timings);
+        SystemManager manager(nullptr, nullptr, {}, m_fixture->services, m_fixture->timings);
         const QSignalSpy ports(&manager, &SystemManager::docsPortChanged);
         manager.setDocsPort(1234);
         QCOMPARE(manager.docsPort(), 1234);

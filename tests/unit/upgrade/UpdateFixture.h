@@ -52,7 +52,7 @@ protected Q_SLOTS:
         settings()->setValue("serverHost", " 127.0.0.1// ", "sysSettings");
         settings()->setValue("apiPort", m_server->port(), "sysSettings");
         settings()->setValue("ignoredVersion", QString(), "upgrade");
-        m_control = std::make_unique<CUpgradeControl>();
+        m_control = std::make_unique<CUpgradeControl>(settings()->file());
         m_status = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::updateStatus);
         m_manual = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::manualCheckFinished);
     }

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/DataFolders.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace DataFolders {
+
+namespace {
+
+QString pathOf(QLatin1String name)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QLatin1String("/Quorvel/") +
+           name;
+}
+
+QString ensured(const QString& folder)
+{
+    QDir().mkpath(folder);
+    return folder;
+}
+
+} // namespace
+
+QString logs()
+{
+    return ensured(logsPath());
+}
+QString logsPath()
+{
+    return pathOf(QLatin1String("Logs"));
+}
+QString database()
+{
+    return ensured(pathOf(QLatin1String("Database")));
+}
+QString curves()
+{
+    return ensured(pathOf(QLatin1String("Curves")));
+}
+
+} // namespace DataFolders
