@@ -9,7 +9,7 @@
 #include <mutex>
 #include <optional>
 
-/// One way in which the server answers a path wrongly.
+/// A fault in the answer to a path.
 struct Fault
 {
     enum class Kind {
@@ -30,22 +30,22 @@ struct Fault
     /// See the kinds; 0 means the kind's default.
     int value = 0;
 
-    /// "KIND" or "KIND:VALUE" as the names() say; nothing when \a text is neither.
+    /// Parses "KIND" or "KIND:VALUE"; names() lists the kinds. Empty when \a text is neither.
     static std::optional<Fault> fromText(const QString& text);
     static QStringList names();
     QString toText() const;
 };
 
 /**
- * Which paths are answered wrongly. Every function may be called from any thread.
+ * The faults of each path. Every function may be called from any thread.
  *
- * A path that ends in "*" stands for all that begin with what is in front of it; the longest match counts.
+ * A path that ends in "*" matches every path with that beginning; the longest match counts.
  */
 class FaultTable
 {
 public:
     void set(const QString& path, const Fault& fault);
-    /// Back to normal: \a path alone, or everything when it is empty. Answers that hang go on.
+    /// Removes the fault of \a path, or all faults when it is empty. Answers that hang continue.
     void clear(const QString& path = {});
     Fault find(const QString& path) const;
     /// One line "PATH KIND" per entry.
@@ -53,12 +53,12 @@ public:
 
     /// Blocks until the table changes or until stop(), for at most \a timeoutMs.
     void waitForChange(int timeoutMs) const;
-    /// Releases everyone who waits, for good.
+    /// Wakes all waiting threads; later waits return at once.
     void stop();
     bool isStopped() const;
 
 private:
-    /// Guards what follows.
+    /// Guards the members below.
     mutable std::mutex m_mutex;
     mutable std::condition_variable m_changed;
     std::map<QString, Fault> m_faults;

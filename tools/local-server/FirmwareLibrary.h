@@ -6,8 +6,8 @@
 #include <QVector>
 
 /**
- * The controller firmware that the server offers: generated, the same in every run, and large enough that
- * writing it can be watched. Does not change after its construction.
+ * The controller firmware that the server offers. The images are generated, equal in every run, and large
+ * enough for visible progress. Immutable after construction.
  */
 class FirmwareLibrary
 {
@@ -28,9 +28,9 @@ public:
     FirmwareLibrary();
 
     const QVector<Type>& types() const { return m_types; }
-    /// The catalogue as JSON; \a baseUrl stands in front of the paths of its files.
+    /// Returns the catalogue as JSON; file addresses begin with \a baseUrl.
     QByteArray catalogue(const QString& baseUrl) const;
-    /// The image at \a path, for example "/firmware/F1C100s-V1/boot.bin"; null when there is none.
+    /// Returns the image at \a path, for example "/firmware/F1C100s-V1/boot.bin", or null.
     QByteArray image(const QString& path) const;
 
 private:

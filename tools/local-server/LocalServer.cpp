@@ -16,15 +16,15 @@ namespace {
 constexpr int cWorkerThreads = 64;
 constexpr int cBlockBytes = 64 * 1024;
 constexpr int cSlowBytesPerSecond = 16 * 1024;
-/// A slow answer goes out in so many pieces per second.
+/// Pieces per second of a slow answer.
 constexpr int cSlowPiecesPerSecond = 10;
-/// A hanging answer looks so often whether its client is still there.
+/// Interval at which a hanging answer checks that its client is still connected.
 constexpr int cHangCheckMs = 500;
-/// A client that outlives this has no time limit of its own.
+/// End of a hanging answer. A client that waits this long has no time limit of its own.
 constexpr int cLongestHangMs = 120000;
 constexpr int cGarbageBytes = 4096;
 constexpr std::uint64_t cGarbageSeed = 4711;
-/// Content under this prefix is the same as without it: where a redirect leads to.
+/// Target of redirects: the content under this prefix equals the content without it.
 const QString cMovedPrefix = QStringLiteral("/moved");
 const QString cCataloguePath = QStringLiteral("/api/mcu/firmware_list");
 const QString cCheckPath = QStringLiteral("/api/check_version");
@@ -83,7 +83,7 @@ bool LocalServer::bind(httplib::Server& server, int& port, const char* what)
 {
     server.new_task_queue = [] { return new httplib::ThreadPool(cWorkerThreads); };
     server.set_socket_options(reuseAddressOnly);
-    // One request per connection: a client sees each fault alone.
+    // One request per connection, so that each fault affects one request only.
     server.set_keep_alive_max_count(1);
     const bool docs = &server == m_docs.get();
     const auto handler = [this, docs](const httplib::Request& request, httplib::Response& response) {

@@ -17,8 +17,8 @@ struct Response;
 } // namespace httplib
 
 /**
- * Both ports of the server: catalogue, firmware, version check and installer on one, the manual on the other.
- * Answers on threads of its own, from start() until its destruction.
+ * The server with its two ports: catalogue, firmware, version check and installer on one, the manual on the
+ * other. It answers on its own threads from start() until its destruction.
  */
 class LocalServer
 {
@@ -36,7 +36,7 @@ public:
     explicit LocalServer(const Options& options);
     ~LocalServer();
 
-    /// Binds both ports; 0 takes a free one. False when one of them is taken, and errorText() says which.
+    /// Binds both ports; 0 selects a free port. Returns false when a port is taken; errorText() names it.
     bool start();
     QString errorText() const { return m_errorText; }
     int apiPort() const { return m_options.apiPort; }
@@ -45,13 +45,12 @@ public:
     FaultTable& faults() { return m_faults; }
     UpdateService& updates() { return m_updates; }
 
-    /// Runs one command, from a terminal or the control address, and returns what to tell: "fault PATH
-    /// KIND[:VALUE]", "clear [PATH]", "update MODE", "list". Text that begins with "error" was not
-    /// understood.
+    /// Runs a command from a terminal or the control address: "fault PATH KIND[:VALUE]", "clear [PATH]",
+    /// "update MODE", "list". Returns the reply; it begins with "error" when the command is invalid.
     QString command(const QString& line);
 
 private:
-    /// What the server would answer if nothing went wrong.
+    /// Returns the answer without faults.
     struct Content
     {
         int status = 200;
@@ -66,7 +65,7 @@ private:
     Fault faultFor(const QString& path) const;
     void respond(httplib::Response& response, const Content& content, const Fault& fault,
                  const QString& path);
-    /// Waits a while for \a path to be no longer answered with \a kind.
+    /// Waits for a limited time until \a path no longer has the fault \a kind.
     void waitWhileFaulty(const QString& path, Fault::Kind kind) const;
 
     Options m_options;

@@ -5,7 +5,7 @@ QByteArray deterministicBytes(std::uint64_t seed, int size)
 {
     QByteArray bytes(size, Qt::Uninitialized);
     char* const out = bytes.data();
-    // splitmix64: each block of eight bytes follows from its number alone.
+    // splitmix64: the number of a block of eight bytes determines its content.
     std::uint64_t state = seed * 0x9E3779B97F4A7C15u;
     for (int at = 0; at < size; at += 8) {
         state += 0x9E3779B97F4A7C15u;

@@ -5,5 +5,5 @@
 
 #include <cstdint>
 
-/// \a size bytes that look random and are the same for the same \a seed, on every machine.
+/// Returns \a size pseudo-random bytes; equal seeds give equal bytes on every machine.
 QByteArray deterministicBytes(std::uint64_t seed, int size);

@@ -34,7 +34,7 @@ QString description()
 } // namespace
 
 UpdateService::UpdateService(int installerBytes)
-    // Begins like a Windows program, so that nobody takes it for something else.
+    // The first bytes are those of a Windows program.
     : m_installer(QByteArrayLiteral("MZ") + deterministicBytes(cInstallerSeed, qMax(0, installerBytes - 2)))
     , m_sha256(QString::fromLatin1(QCryptographicHash::hash(m_installer, QCryptographicHash::Sha256).toHex()))
 {}

@@ -9,8 +9,7 @@
 #include <optional>
 
 /**
- * The server's answer to a version check, and the installer that it points to. Every function may be called
- * from any thread.
+ * Answers version checks and provides the installer. Every function may be called from any thread.
  */
 class UpdateService
 {
@@ -36,8 +35,8 @@ public:
     void setMode(Mode mode) { m_mode = mode; }
     Mode mode() const { return m_mode; }
 
-    /// The answer to the \a question of a client that reaches the server at \a baseUrl; empty when the
-    /// question is not the JSON object with "version" and "platform" that it has to be.
+    /// Returns the answer to \a question, with addresses below \a baseUrl. Empty when the question is not a
+    /// JSON object with "version" and "platform".
     QByteArray answer(const QByteArray& question, const QString& baseUrl) const;
     QByteArray installer() const { return m_installer; }
     static QString installerPath();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Plays the server of the application for people and tests: firmware catalogue and files, version check,
-// installer and manual, rightly or with a fault per path. Loopback only unless told otherwise.
+// A local server for people and tests: firmware catalogue and files, version check, installer and manual. Any
+// path can be given a fault. It listens on the loopback address unless an option names another.
 
 #include "LocalServer.h"
 
@@ -48,7 +48,7 @@ void defineOptions(QCommandLineParser& parser)
     parser.addOption({QStringLiteral("verbose"), QStringLiteral("Print every request.")});
 }
 
-/// The integer of option \a name when it lies in \a low..\a high, else -1.
+/// Returns the integer of option \a name when it lies in \a low..\a high, else -1.
 int number(const QCommandLineParser& parser, const char* name, int low, int high)
 {
     bool ok = false;
@@ -59,7 +59,7 @@ int number(const QCommandLineParser& parser, const char* name, int low, int high
     return -1;
 }
 
-/// Gives the command line's faults and answer to \a server. False when one is not understood.
+/// Applies the faults and the update mode of the command line to \a server. Returns false for an invalid one.
 bool applyOptions(const QCommandLineParser& parser, LocalServer& server)
 {
     QStringList commands{QStringLiteral("update ") + parser.value(QStringLiteral("update"))};
@@ -77,7 +77,7 @@ bool applyOptions(const QCommandLineParser& parser, LocalServer& server)
     return true;
 }
 
-/// Runs commands from standard input. True at "quit", false when the input has ended without one.
+/// Runs commands from standard input. Returns true after "quit", false when the input ends without it.
 bool runCommands(LocalServer& server)
 {
     for (std::string line; std::getline(std::cin, line);) {
@@ -108,7 +108,7 @@ int main(int argc, char** argv)
     if (options.apiPort < 0 || options.docsPort < 0 || installerMebibytes < 0)
         return cExitUsage;
 
-    // A client that goes in the middle of an answer must not end the server.
+    // A client that disconnects during an answer must not end the server.
     std::signal(SIGPIPE, SIG_IGN);
     LocalServer server(options);
     if (!applyOptions(parser, server))
@@ -120,6 +120,6 @@ int main(int argc, char** argv)
     const std::string host = options.host.toStdString();
     std::cout << "API    http://" << host << ':' << server.apiPort() << "\n"
               << "Manual http://" << host << ':' << server.docsPort() << std::endl;
-    // Started in the background it serves until somebody ends it.
+    // A server in the background has no input and serves until it is killed.
     return runCommands(server) ? 0 : QCoreApplication::exec();
 }

@@ -11,33 +11,33 @@
 #include <utility>
 #include <vector>
 
-/// Everything that the instrument measures and shows, as a value: the supply, the charger, the multimeter
-/// and the screen. Time passes only in advance(), so that it can run at any speed.
+/// The state of the bench: supply, charger, multimeter and screen. Time passes only in advance(), so that the
+/// model can run at any speed.
 class BenchModel
 {
 public:
-    /// Lets \a seconds pass.
+    /// Advances the time by \a seconds.
     void advance(double seconds);
 
-    /// The present values, held ones included.
+    /// Returns the current values, held ones included.
     PacketCodec::Measurement measurement() const;
-    /// Holds one value until it is released.
+    /// Holds a value until it is released.
     void hold(MeasurementField field, float value);
-    /// Lets the bench play the value again; null stands for all of them.
+    /// Releases a held value; null releases all of them.
     void release(MeasurementField field);
 
     MultimeterModel& multimeter() { return m_multimeter; }
     const MultimeterModel& multimeter() const { return m_multimeter; }
 
     PacketCodec::Screen screen() const { return m_screen; }
-    /// Turns the screen from the instrument's side.
+    /// Changes the screen as the user of the instrument does.
     void setScreen(PacketCodec::Screen screen) { m_screen = screen; }
 
-    /// Follows the host's request for a screen and, on the multimeter's, a function; values that name none
-    /// ask for nothing. Whether the request named a screen.
+    /// Follows a request of the host for a screen and, on the multimeter screen, for a function. Other values
+    /// are ignored. Returns true when the request named a screen.
     bool followHost(const PacketCodec::UiControl& request);
 
-    /// What the instrument has to say since the last call: its own log lines.
+    /// Returns the log lines of the instrument since the last call.
     QStringList takeLogLines();
 
 private:

@@ -11,14 +11,14 @@ struct PhaseRule
 {
     ChargerModel::Phase phase;
     double durationSec;
-    /// What the charger puts out at the end of its slew.
+    /// Output voltage of the charger at the end of its slew.
     double busVoltage;
     /// The sink's current at the start and at the end of the phase.
     double startAmpere;
     double endAmpere;
     double dPlus;
     double dMinus;
-    /// Whether a cable is in; CC1 then carries the 3 A pull-up's level.
+    /// Whether a cable is attached. CC1 then carries the level of the 3 A pull-up.
     bool attached;
 };
 
@@ -34,7 +34,7 @@ constexpr PhaseRule cPhases[] = {
 constexpr double cCcAttached = 1.68;
 constexpr double cSlewVoltPerSec = 14.0;
 constexpr double cCableOhm = 0.07;
-/// The current reaches its course within about three of these.
+/// Time constant of the current; it settles after about three of them.
 constexpr double cCurrentRiseSec = 1.2;
 constexpr double cVoltageNoise = 0.002;
 constexpr double cCurrentNoise = 0.003;

@@ -3,26 +3,26 @@
 
 #include <random>
 
-/// The Type-C side of the bench: a charger is plugged in, offers 5 V, is talked up to 9 V over the data
-/// lines, falls back to 5 V as the battery fills, and is pulled; then the next one is plugged in.
+/// The Type-C input of the bench. A charger is plugged in and supplies 5 V, then 9 V after a handshake on the
+/// data lines, then 5 V again when the battery is nearly full. It is unplugged, and the cycle repeats.
 class ChargerModel
 {
 public:
     enum class Phase { Attached, Handshake, FastCharge, Trickle, Detached };
 
-    /// Lets \a seconds pass; charge and time add up while a charger is attached.
+    /// Advances the time by \a seconds. Charge and time accumulate while a charger is attached.
     void advance(double seconds);
 
     Phase phase() const { return m_phase; }
-    /// Volt and ampere at the Type-C input.
+    /// Voltage (V) and current (A) at the Type-C input.
     double voltage() const { return m_voltage; }
     double current() const { return m_current; }
-    /// Volt on the data and configuration lines, as the phase has them.
+    /// Voltages (V) of the data and configuration lines in this phase.
     double dPlus() const { return m_dPlus; }
     double dMinus() const { return m_dMinus; }
     double cc1() const { return m_cc1; }
     double cc2() const { return m_cc2; }
-    /// Since the present charger was plugged in.
+    /// Counted since the current charger was plugged in.
     double chargeMah() const { return m_chargeMah; }
     double timeSec() const { return m_timeSec; }
 

@@ -4,8 +4,8 @@
 #include <QProcess>
 
 /**
- * The program under test, in a process group of its own with this process's output channels. The whole group
- * goes when the program ends, when end() is called, and when this process is killed.
+ * The program under test, in its own process group, with the output channels of this process. The whole group
+ * is ended when the program ends, when end() is called, and when this process is killed.
  */
 class ChildProcess : public QProcess
 {
@@ -21,10 +21,10 @@ public:
     /// Whether the program ended and left processes of its group behind.
     bool leftProcessesBehind() const;
 
-    /// Asks the group to end, and ends it by force when it does not within some seconds.
+    /// Terminates the group; kills it when it does not end within some seconds.
     void end();
 
-    /// The exit code as a shell gives it: 128 and the signal's number after a crash.
+    /// The exit code as in a shell: 128 plus the signal number after a crash.
     int shellExitCode() const;
 
 protected:
@@ -33,6 +33,6 @@ protected:
 private:
     void endGroup();
 
-    /// Kept because processId() is 0 once the program has ended.
+    /// Kept because processId() is 0 after the end of the program.
     qint64 m_group = 0;
 };

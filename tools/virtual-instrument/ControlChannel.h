@@ -6,7 +6,7 @@
 
 class InstrumentPlayer;
 
-/// Commands from outside over a UNIX socket: a line each, answered by a line. Lives on the main thread.
+/// Takes commands over a UNIX socket; each line is answered by a line. Lives on the main thread.
 class ControlChannel : public QObject
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     /// The player must outlive the channel.
     explicit ControlChannel(InstrumentPlayer* player, QObject* parent = nullptr);
 
-    /// Listens on \a path, an absolute file name; why that fails, or empty.
+    /// Listens on \a path, an absolute file name. Returns the error, or an empty text.
     QString listen(const QString& path);
 
 private:

@@ -4,6 +4,6 @@
 #include <QByteArray>
 #include <QString>
 
-/// A packet of the host in words, for the trace: "ui-control direction=1 layer0=4 …",
+/// Describes a packet of the host for the trace: "ui-control direction=1 layer0=4 …",
 /// "curve index=0 count=2 points=1.5,2.5,…", or its length and bytes.
 QString hostPacketText(const QByteArray& packet);

@@ -17,16 +17,16 @@ namespace {
 
 constexpr int cBenchTickMs = 10;
 constexpr int cBurstTickMs = 1;
-/// Small enough for a float to tell microseconds.
+/// Small enough for a float with a resolution of microseconds.
 constexpr double cSendingTimePeriodSec = 60;
 constexpr double cMeasurementsPerSec = 20;
 constexpr double cReadingsPerSec = 5;
 constexpr double cIdentitiesPerSec = 0.2;
-/// The type byte of garbage: none of the protocol's.
+/// Type byte of garbage packets; the protocol does not use it.
 constexpr char cUnknownType = 0x6e;
 constexpr double cMsPerSec = 1000.0;
 
-/// Takes the whole packets that are due out of \a due.
+/// Returns the whole part of \a due, the packets to send, and leaves the fraction.
 int takeDue(double* due)
 {
     const int whole = static_cast<int>(*due);
@@ -113,7 +113,7 @@ void InstrumentPlayer::playBurst()
         return;
     m_tickTimer.setInterval(cBenchTickMs);
     m_trace->write(QStringLiteral("burst-end %1").arg(m_burstCount));
-    // The packets that fell due meanwhile are not sent late.
+    // Packets that were due during the pause are dropped.
     m_readingsDue = m_measurementsDue = m_identitiesDue = 0;
     onDrained();
 }

@@ -14,8 +14,8 @@
 class MockDevice;
 class TraceFile;
 
-/// Plays the instrument on a mock device: the bench at its pace, the steps of a scenario when they are due,
-/// and commands from outside at once. Lives on the main thread.
+/// Plays the instrument on a mock device. It sends the readings of the bench, runs the steps of a scenario at
+/// their times and runs commands from outside at once. Lives on the main thread.
 class InstrumentPlayer : public QObject
 {
     Q_OBJECT
@@ -26,14 +26,14 @@ public:
     /// The device and the trace must outlive the player.
     InstrumentPlayer(MockDevice* device, TraceFile* trace, QObject* parent = nullptr);
 
-    /// Plugs the instrument in, does the steps that are due at once, and goes on from there.
+    /// Plugs the instrument in, runs the steps that are due, and starts the timers.
     void start(const Scenario& scenario);
 
-    /// Does one command; \a reply gets "ok", "ok …" or "error …" exactly once, perhaps later.
+    /// Runs a command. \a reply is called exactly once, now or later, with "ok", "ok …" or "error …".
     void execute(const Command& command, const Reply& reply);
 
 Q_SIGNALS:
-    /// The scenario or a command wants the program to end.
+    /// Emitted when the scenario or a command ends the program.
     void exitRequested(int exitCode);
 
 private:
@@ -54,7 +54,7 @@ private:
     BenchModel m_bench;
     Scenario m_scenario;
     std::size_t m_nextStep = 0;
-    /// Milliseconds on m_clock at which the scenario's present round started.
+    /// Start of the current round of the scenario, in milliseconds of m_clock.
     qint64 m_roundStartMs = 0;
 
     QTimer m_tickTimer;

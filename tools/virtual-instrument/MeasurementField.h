@@ -5,11 +5,11 @@
 
 #include <QString>
 
-/// One of the fourteen values of a measurement packet.
+/// A value of a measurement packet; there are fourteen.
 using MeasurementField = float PacketCodec::Measurement::*;
 
-/// The value called \a name ("mainInputVoltage", "typeCMah", …), or null.
+/// Returns the value with \a name ("mainInputVoltage", "typeCMah", …), or null.
 MeasurementField measurementField(const QString& name);
 
-/// A measurement whose every value is \a value.
+/// Returns a measurement with all values equal to \a value.
 PacketCodec::Measurement uniformMeasurement(float value);

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A kernel throws away what arrives this soon after an open.
+/// Time after an open during which a kernel discards reports.
 constexpr int cOpenGapMs = 50;
 constexpr int cDrainIntervalMs = 5;
 
@@ -61,7 +61,7 @@ void removeUsbDevice(UMockdevTestbed* testbed, const QString& path)
 MockDevice::MockDevice(QObject* parent) : QObject(parent)
 {
     m_testbed = umockdev_testbed_new();
-    // Tells the truth only once there is a test bed.
+    // The answer is valid only after the test bed exists.
     if (umockdev_in_mock_environment() == FALSE) {
         g_clear_object(&m_testbed);
         return;

@@ -25,7 +25,7 @@
 
 namespace {
 
-/// The host writes the report id in front of each report.
+/// Size of the report id that the host writes before each report.
 constexpr int cHostReportSize = PacketCodec::cPacketSize + 1;
 constexpr int cOpenCheckMs = 5;
 constexpr mode_t cNodeGranted = 0666;
@@ -51,9 +51,9 @@ constexpr unsigned char cReportDescriptor[] = {
     0xc0,       // end collection
 };
 
-/// The kernel's errors after a broken transfer.
+/// Errors of the kernel after a failed transfer.
 constexpr int cTransferError = EIO;
-/// Stands for one report in the terminal.
+/// The byte that represents a report in the terminal.
 constexpr char cToken = '.';
 
 QByteArray descriptorHex()
@@ -61,7 +61,7 @@ QByteArray descriptorHex()
     return QByteArray(reinterpret_cast<const char*>(cReportDescriptor), sizeof cReportDescriptor).toHex();
 }
 
-/// Copies \a size bytes to where the argument of the program's ioctl points.
+/// Copies \a size bytes to the address in the ioctl argument of the program.
 bool answer(UMockdevIoctlClient* client, const void* bytes, int size)
 {
     GError* error = nullptr;
@@ -78,7 +78,7 @@ bool answer(UMockdevIoctlClient* client, const void* bytes, int size)
     return true;
 }
 
-// The following run on umockdev's worker thread.
+// The functions below run on umockdev's worker thread.
 
 gboolean handleIoctl(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer)
 {
@@ -113,31 +113,32 @@ gboolean handleWrite(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer f
 
 } // namespace
 
-/// Between the main thread, which sends, and umockdev's worker thread, which answers the program's reads.
+/// Shared by the main thread, which sends, and umockdev's worker thread, which answers the reads of the
+/// program.
 struct MockInterface::ReportQueue
 {
     QMutex mutex;
-    /// All guarded by the mutex.
+    /// The mutex guards all members.
     std::deque<QByteArray> reports;
-    /// Bytes that the terminal had no room for.
+    /// Bytes that did not fit into the terminal yet.
     int owedTokens = 0;
     int master = -1; ///< -1 once the interface is gone
     QByteArray slaveName;
 
-    /// Makes the node readable for reports that it was too full for.
+    /// Writes pending bytes, so that the node is readable for all reports.
     void payTokens()
     {
         while (owedTokens > 0 && ::write(master, &cToken, 1) == 1)
             --owedTokens;
     }
 
-    /// Opens the program's side; not kept, so that the terminal hangs up when the program closes it.
+    /// Opens the program side for a moment. The terminal hangs up when the program closes it.
     int openSlave() const
     {
         return ::open(slaveName.constData(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
     }
 
-    /// Takes the byte of one report back; false when the node is not readable.
+    /// Removes the byte of one report. Returns false when the node is not readable.
     bool takeToken() const
     {
         if (master < 0)
@@ -159,7 +160,7 @@ struct MockInterface::ReportQueue
             return TRUE;
         }
         queue->payTokens();
-        // As a device node does: what does not fit into the program's buffer is lost.
+        // Bytes beyond the buffer of the program are lost, as with a real device node.
         QByteArray report = queue->reports.front().left(target->data_len);
         queue->reports.pop_front();
         umockdev_ioctl_data_update(target, 0, reinterpret_cast<guint8*>(report.data()), report.size());
@@ -258,13 +259,13 @@ MockInterface::~MockInterface()
 
 void MockInterface::checkOpen()
 {
-    // The kernel tells it of the terminal: it is hung up while nobody has the other side open.
+    // The kernel reports a hang-up of the terminal while no program has the other side open.
     pollfd master{m_master, POLLIN, 0};
     const bool open = ::poll(&master, 1, 0) >= 0 && (master.revents & POLLHUP) == 0;
     if (open == m_isOpen)
         return;
     m_isOpen = open;
-    // A terminal that is hung up counts as readable for ever.
+    // A terminal with a hang-up stays readable.
     m_notifier->setEnabled(open);
     if (open)
         discardUnread();

@@ -17,9 +17,9 @@ using UMockdevIoctlBase = struct _UMockdevIoctlBase;
  * One HID interface of the mock instrument: its sysfs chain below the USB device, its device node, and the
  * two ends of the pseudo terminal that stands for it. Lives on the main thread.
  *
- * A terminal is a stream of bytes, a device a row of reports. So the terminal carries one byte per report,
- * which makes the node readable, and the report itself answers the program's read. A read before the node is
- * readable finds nothing (EAGAIN); programs poll first, as hidapi does with a time-out.
+ * A terminal carries a stream of bytes; a device carries reports. One byte per report makes the terminal
+ * readable, and the report itself answers the read of the program. A read of a node that is not readable
+ * returns EAGAIN. Programs poll first, as hidapi does with a time-out.
  */
 class MockInterface : public QObject
 {
@@ -29,14 +29,14 @@ public:
     /**
      * Adds interface \a number (from 0) under \a usbPath with the node /dev/hidraw\a node.
      *
-     * \a failingWrites counts the host's writes that are to fail; umockdev's worker thread takes from it.
+     * \a failingWrites is the number of host writes that fail; umockdev's worker thread decreases it.
      */
     MockInterface(UMockdevTestbed* testbed, const QString& usbPath, int number, int node,
                   std::atomic_int* failingWrites);
-    /// Removes the interface: readers fail from now on.
+    /// Removes the interface. Reads then fail.
     ~MockInterface() override;
 
-    /// Tells udev's listeners that the interface is there. The node exists from the construction on.
+    /// Sends the udev event for the new interface. The node exists since construction.
     void announce();
 
     QString nodeName() const { return m_nodeName; }
@@ -46,9 +46,9 @@ public:
 
     /// Queues a report of 1 to 64 bytes for the program to read; each read gets one.
     void send(const QByteArray& report);
-    /// Reports that the program has not read yet.
+    /// Number of reports that the program has not read.
     int unreadReports() const;
-    /// Throws away what the program has not read yet.
+    /// Discards the reports that the program has not read.
     void discardUnread();
 
 Q_SIGNALS:

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Seconds of one contact at which the probe touches, has settled, and is lifted.
+// Times within one contact, in seconds: the probe touches, the reading has settled, the probe is lifted.
 constexpr double cOpenEnd = 1.4;
 constexpr double cSettledAt = 2.6;
 constexpr double cLiftedAt = 7.5;
@@ -26,7 +26,7 @@ struct Specimen
 
 struct FunctionRule
 {
-    /// What the display shows with the probe in the air.
+    /// Display text while the probe is lifted.
     const char* open;
     std::vector<Specimen> specimens;
 };

@@ -7,28 +7,27 @@
 
 #include <random>
 
-/// The bench's multimeter: the probe touches one thing after the other, and each reading is first open or
-/// over range, then settles with noise, then stands still, so that a host that waits for steady readings
-/// sees some.
+/// The multimeter of the bench. The probe touches one object after the other. Each reading is first open or
+/// over range, then settles with noise, then stays constant, so that the host can record a stable reading.
 class MultimeterModel
 {
 public:
     using Function = PacketCodec::MultimeterFunction;
     enum class Contact { Open, Settling, Steady };
 
-    /// Lets \a seconds pass.
+    /// Advances the time by \a seconds.
     void advance(double seconds);
 
     Function function() const { return m_function; }
-    /// Switches the function; the probe starts again, open.
+    /// Switches the function. The probe is lifted and the cycle starts again.
     void setFunction(Function function);
 
     Contact contact() const;
-    /// The reading with its unit; it repeats exactly while the contact is steady. The mode is 1 for voltage
-    /// to 4 for diode; the buzzer function reports 4 as well.
+    /// Returns the reading with its unit; the text is constant during steady contact. The mode is 1 (voltage)
+    /// to 4 (diode); the buzzer function reports 4.
     PacketCodec::MultimeterReading reading();
 
-    /// Holds the reading at \a text; an empty text lets the bench play it again.
+    /// Holds the reading at \a text. An empty text releases it.
     void holdReading(const QString& text) { m_heldReading = text; }
 
 private:

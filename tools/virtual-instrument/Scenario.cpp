@@ -19,7 +19,7 @@ struct Argument
     Kind kind;
     double minimum = 0;
     double maximum = 0;
-    /// Null when the argument must be given.
+    /// Default value; null for a required argument.
     const char* defaultText = nullptr;
     /// The words of a Choice, separated by "|".
     const char* choices = nullptr;
@@ -174,7 +174,7 @@ QString synopsis(const Rule& rule)
     return text;
 }
 
-/// Fills in the arguments of \a command from \a rest; why that fails, or empty.
+/// Sets the arguments of \a command from \a rest. Returns the error, or an empty text.
 QString readArguments(const Rule& rule, QString rest, Command* command)
 {
     static const QRegularExpression blank(QStringLiteral("\\s+"));

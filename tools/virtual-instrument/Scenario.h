@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// What a step of a scenario, or a line on the control channel, can ask of the virtual instrument.
+/// Actions of scenario steps and control-channel lines.
 enum class Action {
     Unplug,
     Replug,
@@ -33,11 +33,11 @@ enum class Action {
     Drain,
 };
 
-/// One action with its arguments, already checked against the grammar.
+/// An action with its arguments, valid by the grammar.
 struct Command
 {
     Action action = Action::Status;
-    /// One text per argument; omitted optional arguments hold their defaults.
+    /// A text for each argument; omitted optional arguments have their defaults.
     QStringList arguments;
 
     QString text(int index) const { return arguments.value(index); }
@@ -45,20 +45,20 @@ struct Command
     int count(int index) const { return arguments.value(index).toInt(); }
 };
 
-/// A command, or why the line is none: \a error is empty exactly when \a command is valid.
+/// A parsed command or the reason of its failure: \a error is empty exactly when \a command is valid.
 struct ParsedCommand
 {
     Command command;
     QString error;
 };
 
-/// Reads one command such as "burst 2000 1000" or "log Fan started".
+/// Parses a command, for example "burst 2000 1000" or "log Fan started".
 ParsedCommand parseCommand(const QString& line);
 
-/// The grammar as text for people, one line per command.
+/// Returns the grammar as help text, one line per command.
 QString commandHelp();
 
-/// A list of commands with the times at which they are due.
+/// A list of commands with their times.
 class Scenario
 {
 public:
@@ -70,18 +70,18 @@ public:
     };
 
     /**
-     * Reads a scenario file's text: one step per line, "<seconds> <command>" or "+<seconds> <command>", the
-     * latter counted from the step before. "#" starts a comment. A last line "<seconds> repeat" starts the
-     * scenario again at that time.
+     * Parses the text of a scenario file: one step per line, "<seconds> <command>" or "+<seconds> <command>",
+     * the latter relative to the step before. "#" starts a comment. A last line "<seconds> repeat" restarts
+     * the scenario at that time.
      *
-     * On a fault the result is empty and \a error says the line and what is wrong with it.
+     * On an error the result is empty and \a error names the line and the reason.
      */
     static Scenario parse(const QString& text, QString* error);
 
-    /// In the order of their times; steps of the same time keep their order in the file.
+    /// Steps ordered by time; steps of equal time keep the order of the file.
     const std::vector<Step>& steps() const { return m_steps; }
 
-    /// Seconds after which the scenario starts again; 0 when it does not.
+    /// Period of the scenario in seconds; 0 when it does not repeat.
     double periodSec() const { return m_periodSec; }
 
 private:

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A signal handler may do little more than write to a pipe.
+/// Signal handlers write to this pipe; they may call only async-signal-safe functions.
 int stopPipe[2] = {-1, -1};
 
 void onSignal(int number)

@@ -3,16 +3,16 @@
 
 #include <random>
 
-/// The main supply of the bench: a 5 V source and a load that idles, ramps, pulses and tapers for ever.
+/// The main supply of the bench: a 5 V source and a load that idles, ramps, pulses and tapers in a cycle.
 class SupplyModel
 {
 public:
-    /// Lets \a seconds pass; charge and time add up.
+    /// Advances the time by \a seconds. Charge and time accumulate.
     void advance(double seconds);
 
-    /// Volt at the terminals, with the drop over the source's resistance.
+    /// Voltage (V) at the terminals, less the drop across the source resistance.
     double voltage() const { return m_voltage; }
-    /// Ampere into the load.
+    /// Current (A) into the load.
     double current() const { return m_current; }
     double chargeMah() const { return m_chargeMah; }
     double timeSec() const { return m_timeSec; }

@@ -4,12 +4,12 @@
 #include <QElapsedTimer>
 #include <QFile>
 
-/// A text file of what happened on the device: one line per event, with the seconds since the start in front.
-/// Each line is in the file when write() returns, so that another process can follow it.
+/// A text file of device events: one line per event, beginning with the seconds since the start. Each line is
+/// in the file when write() returns, so that another process can follow the file.
 class TraceFile
 {
 public:
-    /// Starts the file anew; false when it cannot be written.
+    /// Creates or truncates the file. Returns false when it cannot be written.
     bool open(const QString& path);
     /// Does nothing while no file is open.
     void write(const QString& event);

@@ -4,19 +4,19 @@
 #include <algorithm>
 #include <random>
 
-/// From \a from to \a to as \a fraction goes from 0 to 1; beyond, the nearer end.
+/// Interpolates between \a from and \a to; \a fraction is clamped to 0..1.
 inline double interpolate(double from, double to, double fraction)
 {
     return from + (to - from) * std::clamp(fraction, 0.0, 1.0);
 }
 
-/// A value spread evenly over plus and minus \a amplitude.
+/// Returns a uniformly distributed value between -\a amplitude and \a amplitude.
 inline double noise(std::minstd_rand& random, double amplitude)
 {
     return std::uniform_real_distribution<double>(-amplitude, amplitude)(random);
 }
 
-/// Charge in mAh that \a ampere moves in \a seconds.
+/// Charge in mAh of \a ampere during \a seconds.
 inline double mAhOf(double ampere, double seconds)
 {
     constexpr double cMilliPerUnit = 1000.0;

@@ -42,7 +42,7 @@ void printError(const QString& text)
 /// Replaces this process by itself under umockdev's wrapper; returns only when that fails.
 void restartUnderWrapper(char** argv)
 {
-    // A sanitizer's runtime insists on being loaded first, which the wrapper's library now is.
+    // A sanitizer's runtime must be loaded first, but the wrapper's library is.
     const QByteArray sanitizer = qgetenv("ASAN_OPTIONS");
     qputenv("ASAN_OPTIONS", "verify_asan_link_order=0" + (sanitizer.isEmpty() ? sanitizer : ':' + sanitizer));
     std::vector<char*> arguments{const_cast<char*>(cWrapper)};
@@ -68,7 +68,7 @@ QString helpText()
         .arg(commandHelp(), QDir(scenarioFolder()).entryList().join(QStringLiteral(", ")));
 }
 
-/// Reads the scenario called \a name: a file, or one that comes with the program. Why that fails, or empty.
+/// Reads the scenario \a name, a file or a built-in one. Returns the error, or an empty text.
 QString readScenario(const QString& name, Scenario* scenario)
 {
     const QString shipped = scenarioFolder() + QLatin1Char('/') + name;
@@ -88,7 +88,7 @@ struct Options
     QStringList program;
 };
 
-/// Reads the command line; ends the process for --help and on a fault.
+/// Reads the command line. Ends the process for --help and for an invalid option.
 Options readOptions(const QCoreApplication& app)
 {
     QCommandLineParser parser;
