@@ -67,6 +67,7 @@ ApplicationWindow {
     readonly property int _hid10ScreenGauge: 4
 
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
+    readonly property real _titleBarHeight: _dfw * 6
     // layer0 of a packet for a page that the instrument does not have; also "leave this layer alone".
     readonly property int _hid10NoScreen: 255
     readonly property int _hid10FromHost: 1
@@ -83,10 +84,6 @@ ApplicationWindow {
     color: "transparent"
     minimumWidth: _dfw * (ScreenTools.isCompactDesktop ? 78 : 90)
     minimumHeight: _dfw * (ScreenTools.isCompactDesktop ? 54 : 62)
-    width: WindowGeometry.fitted(GenToolbox.genSettings.iValue("width", _dfw * 179, WindowGeometry.group),
-                                 minimumWidth, ScreenTools.availableScreenWidth, WindowGeometry.widthShare)
-    height: WindowGeometry.fitted(GenToolbox.genSettings.iValue("height", _dfw * 110, WindowGeometry.group),
-                                  minimumHeight, ScreenTools.availableScreenHeight, WindowGeometry.heightShare)
 
     // What the controls take from their style.
     palette.button: "#2FAFA4"
@@ -173,14 +170,26 @@ ApplicationWindow {
     }
 
     function restoreWindowGeometry() {
-        var available = Qt.size(ScreenTools.availableScreenWidth, ScreenTools.availableScreenHeight)
         var geometry = WindowGeometry.restored(WindowGeometry.load(GenToolbox.genSettings),
-                                               Qt.size(minimumWidth, minimumHeight), available,
-                                               Qt.application.screens)
+                                               Qt.size(minimumWidth, minimumHeight), _availableSize(),
+                                               Qt.application.screens, _dfw + _titleBarHeight)
         if (geometry)
             ScreenTools.setWindowGeometryForWindow(mainwindows, geometry.x, geometry.y, geometry.width,
                                                    geometry.height)
         _restoringWindowGeometry = false
+    }
+
+    function _availableSize() {
+        return Qt.size(ScreenTools.availableScreenWidth, ScreenTools.availableScreenHeight)
+    }
+
+    // Assigned, not bound: a change of the language or of the screen evaluates every binding, which would set the
+    // size of a maximised or enlarged window back.
+    function _takeInitialSize() {
+        var size = WindowGeometry.initialSize(GenToolbox.genSettings, Qt.size(_dfw * 179, _dfw * 110),
+                                              Qt.size(minimumWidth, minimumHeight), _availableSize())
+        width = size.width
+        height = size.height
     }
 
     function scheduleSaveWindowGeometry() {
@@ -231,7 +240,7 @@ ApplicationWindow {
     WindowFrame {
         anchors.fill: parent
         anchors.margins: mainwindows.frameMargin
-        titleBarHeight: mainwindows._dfw * 6
+        titleBarHeight: mainwindows._titleBarHeight
         radius: mainwindows.frameMargin > 0 ? mainwindows.radiusValue : 0
         backgroundOpacity: mainwindows.windowBackgroundOpacity
         shieldOpacity: mainwindows.windowBackdropShieldOpacity
@@ -305,6 +314,7 @@ ApplicationWindow {
     }
 
     Component.onCompleted: {
+        _takeInitialSize()
         restoreWindowGeometryTimer.start()
         startupPageTimer.start()
         startupEffectsTimer.start()

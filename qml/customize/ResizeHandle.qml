@@ -24,6 +24,8 @@ MouseArea {
     acceptedButtons: Qt.LeftButton
     enabled: !!targetWindow && targetWindow.visibility !== Window.Maximized
              && targetWindow.visibility !== Window.FullScreen
+    // A disabled mouse area would still show its cursor.
+    visible: enabled
     cursorShape: {
         if ((resizeLeft && resizeTop) || (resizeRight && resizeBottom))
             return Qt.SizeFDiagCursor

@@ -5,6 +5,11 @@
 var widthShare = 0.96
 var heightShare = 0.92
 
+// The part of the title bar that has to be on a screen, so that the window can be moved: a share of the height and a
+// width in pixels, of which the buttons take 150.
+var gripWidth = 200
+var gripShare = 0.6
+
 // Where the settings store keeps the geometry.
 var group = "windowGeometry"
 
@@ -28,14 +33,24 @@ function store(settings, geometry) {
     settings.setValue("height", Math.round(geometry.height), group)
 }
 
+// The size of the window until a stored geometry is restored. The settings store may hold one; wanted, minimum and
+// available: width and height. Pixels.
+function initialSize(settings, wanted, minimum, available) {
+    return {
+        width: fitted(settings.iValue("width", wanted.width, group), minimum.width, available.width, widthShare),
+        height: fitted(settings.iValue("height", wanted.height, group), minimum.height, available.height, heightShare)
+    }
+}
+
 // An extent that fits the screen; the minimum wins over the screen. Pixels.
 function fitted(wanted, minimum, available, share) {
     return Math.max(minimum, Math.min(wanted, available * share))
 }
 
-// The geometry to restore, in whole pixels, or null when what was stored is none. stored: x, y, width and
-// height, or null; minimum and available: width and height; screens: the application's.
-function restored(stored, minimum, available, screens) {
+// The geometry to restore, in whole pixels; null when nothing usable was stored. stored: x, y, width and height, or
+// null; minimum and available: width and height; screens: the application's; barHeight: from the upper edge of the
+// window to the lower edge of its title bar.
+function restored(stored, minimum, available, screens, barHeight) {
     if (!stored || stored.width <= 0 || stored.height <= 0)
         return null
     var geometry = {
@@ -44,7 +59,7 @@ function restored(stored, minimum, available, screens) {
         width: Math.round(fitted(stored.width, minimum.width, available.width, widthShare)),
         height: Math.round(fitted(stored.height, minimum.height, available.height, heightShare))
     }
-    return _reachable(geometry, screens)
+    return _reachable(geometry, screens, barHeight)
 }
 
 // The geometry that a drag of the given edges to the cursor asks for. start: x, y, width and height at the
@@ -72,12 +87,18 @@ function resized(start, fixed, minimum, cursor, left, top, right, bottom) {
     }
 }
 
-// The screen of a stored position may be gone: a window that no screen shows goes to the first screen.
-function _reachable(geometry, screens) {
+// The pixels that a range has in common with another one. Both are given by start and extent.
+function _shared(start, extent, otherStart, otherExtent) {
+    return Math.min(start + extent, otherStart + otherExtent) - Math.max(start, otherStart)
+}
+
+// A window whose title bar cannot be grabbed cannot be moved either: its screen may be gone. Such a window goes to
+// the upper left corner of the first screen.
+function _reachable(geometry, screens, barHeight) {
     for (var i = 0; i < screens.length; ++i) {
         var screen = screens[i]
-        if (geometry.x < screen.virtualX + screen.width && screen.virtualX < geometry.x + geometry.width
-                && geometry.y < screen.virtualY + screen.height && screen.virtualY < geometry.y + geometry.height)
+        if (_shared(geometry.x, geometry.width, screen.virtualX, screen.width) >= gripWidth
+                && _shared(geometry.y, barHeight, screen.virtualY, screen.height) >= barHeight * gripShare)
             return geometry
     }
     if (screens.length > 0) {

@@ -95,6 +95,8 @@ Item {
 
         function test_maximisedWindowsAreNotResized(data) {
             _target.visibility = data.state
+            // It shows no cursor either.
+            compare(_handle.visible, false)
             mouseClick(_handle, 10, 10)
             compare(_handle.log, [])
         }

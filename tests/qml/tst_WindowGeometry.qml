@@ -14,7 +14,10 @@ TestCase {
         return [
             { tag: "as stored", stored: [10, 20, 900, 700], expected: [10, 20, 900, 700] },
             { tag: "second screen", stored: [2000, 20, 900, 700], expected: [2000, 20, 900, 700] },
-            { tag: "partly outside", stored: [-800, -600, 900, 700], expected: [-800, -600, 900, 700] },
+            { tag: "title bar still in reach", stored: [-700, -20, 900, 700], expected: [-700, -20, 900, 700] },
+            { tag: "title bar above the screen", stored: [-200, -30, 900, 700], expected: [0, 0, 900, 700] },
+            { tag: "title bar below the screen", stored: [100, 1050, 900, 700], expected: [0, 0, 900, 700] },
+            { tag: "a corner on the screen", stored: [-1100, 20, 1200, 700], expected: [0, 0, 1200, 700] },
             { tag: "screen is gone", stored: [5000, 20, 900, 700], expected: [0, 0, 900, 700] },
             { tag: "too large", stored: [0, 0, 5000, 5000], expected: [0, 0, 1843, 994] },
             { tag: "too small", stored: [0, 0, 10, 10], expected: [0, 0, 720, 496] },
@@ -27,7 +30,7 @@ TestCase {
     function test_restored(data) {
         var s = data.stored
         var geometry = WindowGeometry.restored(s && Qt.rect(s[0], s[1], s[2], s[3]), Qt.size(720, 496),
-                                               Qt.size(1920, 1080), _screens)
+                                               Qt.size(1920, 1080), _screens, 56)
         compare(geometry && [geometry.x, geometry.y, geometry.width, geometry.height], data.expected)
     }
 

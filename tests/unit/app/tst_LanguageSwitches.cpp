@@ -11,6 +11,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -110,6 +111,16 @@ private Q_SLOTS:
         m_stack = itemWith(m_window->contentItem(), "currentPage");
         m_column = itemWith(m_window->contentItem(), "collapsedButtonHeight");
         QVERIFY(m_stack && m_column);
+    }
+
+    /// Larger than a window is by itself.
+    void windowKeepsItsSize()
+    {
+        const QSize size = m_window->screen()->size() - QSize(10, 10);
+        m_window->resize(size);
+        QVERIFY(switchLanguage());
+        QVERIFY(switchLanguage());
+        QCOMPARE(m_window->size(), size);
     }
 
     void settingsPageKeepsItsStateAndTheMemory()
