@@ -8,7 +8,19 @@ var noTime = "00:00:00"
 // A value with a fixed number of decimals and its unit appended as given; "--" when it is not a finite number.
 function formatMetric(value, digits, unit) {
     var number = Number(value)
-    return isFinite(number) ? number.toFixed(digits) + unit : noValue
+    return isFinite(number) ? fixed(number, digits) + unit : noValue
+}
+
+// A finite number with a fixed number of decimals. A negative number that rounds to zero has no sign.
+function fixed(number, digits) {
+    var text = number.toFixed(digits)
+    return Number(text) === 0 ? text.replace("-", "") : text
+}
+
+// Compares two numbers as 32-bit floats. The instrument sends floats, and the float nearest to 0.3 is larger than
+// the number 0.3. False when one of them is not a number.
+function isAtMost(value, limit) {
+    return Math.fround(value) <= Math.fround(limit)
 }
 
 // Seconds as hh:mm:ss, part seconds cut off, negative as zero; hours may exceed 99. noTimeText (default

@@ -47,8 +47,9 @@ ComboBox {
     }
     contentItem: Text {
         leftPadding: 10
-        rightPadding: control.indicator.width + control.spacing
+        rightPadding: control.indicator.width + control.spacing - PageStyle.roundingSlack
         text: control.displayText
+        textFormat: Text.PlainText
         font: control.font
         color: GenToolbox.genPalette.text
         verticalAlignment: Text.AlignVCenter
@@ -99,8 +100,9 @@ ComboBox {
             id: _text
 
             leftPadding: 10
-            rightPadding: 10
+            rightPadding: 10 - PageStyle.roundingSlack
             text: _delegate.text
+            textFormat: Text.PlainText
             font: _delegate.font
             color: _delegate._current ? GenToolbox.genPalette.buttonHighlightText
                                       : GenToolbox.genPalette.buttonText
@@ -129,6 +131,7 @@ ComboBox {
             boundsBehavior: Flickable.StopAtBounds
 
             ScrollIndicator.vertical: ScrollIndicator {}
+            WheelScroll {}
         }
     }
 }

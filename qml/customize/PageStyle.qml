@@ -3,7 +3,7 @@ pragma Singleton
 
 import QtQuick 2.12
 
-/// Colours that the pages share. The palette has the colours of the window and of the controls.
+/// Colours and sizes that the pages share. The palette has the colours of the window and of the controls.
 QtObject {
     readonly property color pageTop: "#101820"
     readonly property color pageBottom: "#070C11"
@@ -27,4 +27,8 @@ QtObject {
     readonly property color textOnAccent: "#061014"
 
     readonly property color focus: "#36E0D0"
+
+    // Layouts round widths to whole pixels. A text that is shortened where it does not fit gets this many pixels more
+    // room, by a smaller padding, so that rounding alone does not shorten it.
+    readonly property real roundingSlack: 0.5
 }

@@ -2,6 +2,7 @@
 import QtQuick 2.12
 import QtQuick.Controls 2.12
 
+import "../customize"
 import "../customize/Format.js" as Format
 import "wave"
 import "wave/WaveView.js" as WaveView
@@ -26,11 +27,16 @@ WaveState {
         }
     }
     on_DrawingChanged: {
-        if (_drawing && _pendingResizeRebuild)
+        if (!_drawing)
+            return
+        placeOnChart()
+        updatePreviewTimeTicks()
+        if (_pendingResizeRebuild)
             _rebuildTimer.restart()
     }
 
     function resetViewToLatest() {
+        endChartDrag()
         _viewSampleCount = _defaultViewSamples
         _chartRunning = true
         followLatestView()
@@ -64,6 +70,7 @@ WaveState {
 
     // Shows the view from startIndex on, paused, with the cursor on its middle sample.
     function showPausedView(startIndex) {
+        endChartDrag()
         _chartRunning = false
         _viewStartIndex = startIndex
         clampViewStart()
@@ -72,6 +79,7 @@ WaveState {
     }
 
     function togglePlayback() {
+        endChartDrag()
         _chartRunning = !_chartRunning
         if (_chartRunning) {
             _hoverActive = false
@@ -84,6 +92,7 @@ WaveState {
     function clearSamples() {
         _voltageSamples = []
         _currentSamples = []
+        _interruptions = []
         _viewStartIndex = 0
         _sampleSerial = 0
         _hoverActive = false
@@ -129,7 +138,7 @@ WaveState {
     }
 
     function updateMainTimeTicks() {
-        _mainTimeTicks = WaveView.timeTicks(responsiveTickCount(_mainChart.plotWidth, 6, 3),
+        _mainTimeTicks = WaveView.timeTicks(responsiveTickCount(_mainChart.plotArea.width, 6, 3),
                                             _viewStartIndex * _sampleIntervalSec,
                                             WaveView.spanSec(_viewSampleCount, _sampleIntervalSec))
     }
@@ -140,48 +149,20 @@ WaveState {
                                                                  recordedSec) : []
     }
 
-    function updateHoverAt(mouseX, mouseY, chart) {
-        if (_chartRunning || _voltageSamples.length === 0 || resizingWindow
-                || !WaveView.contains(chart.plotArea, mouseX, mouseY)) {
-            _hoverActive = false
-            return
-        }
-        var index = Math.round(chart.mapToValue(Qt.point(mouseX, mouseY), _mainChart.voltageSeries).x)
-        updateHoverForIndex(index, chart)
-        _hoverMouseX = mouseX
-        _hoverMouseY = mouseY
-    }
-
-    function updateHoverForIndex(localIndex, chart) {
-        var visible = visibleSampleCount()
-        if (visible === 0) {
-            _hoverActive = false
-            return
-        }
-        var index = Format.clamp(localIndex, _viewStartIndex, _viewStartIndex + visible - 1)
-        _hoverSampleIndex = index
-        _hoverVoltageValue = _voltageSamples[index]
-        _hoverCurrentValue = _currentSamples[index]
-        _hoverTimeSec = WaveView.sampleTimeSec(index, _voltageSamples.length, Number(hidLink.mainTimeSec),
-                                               _sampleIntervalSec)
-        var voltagePoint = chart.mapToPosition(Qt.point(index, Number(_hoverVoltageValue) || 0),
-                                               _mainChart.voltageSeries)
-        var currentPoint = chart.mapToPosition(Qt.point(index, Math.max(0, Number(_hoverCurrentValue) || 0)),
-                                               _mainChart.currentSeries)
-        _hoverChartX = voltagePoint.x
-        _hoverVoltageChartY = voltagePoint.y
-        _hoverCurrentChartY = currentPoint.y
-        _hoverMouseX = voltagePoint.x
-        _hoverMouseY = Math.min(voltagePoint.y, currentPoint.y)
-        _hoverActive = true
+    // Called when the chart has another size: the cursor stays on its sample, the labels fill the new width.
+    function placeOnChart() {
+        if (_drawing)
+            updateMainTimeTicks()
+        if (_hoverActive)
+            _placeHover(_mainChart.plotArea)
     }
 
     function dragChartTo(mouseX) {
         if (!_draggingChart)
             return
-        var start = WaveView.clampStart(
-            WaveView.draggedStart(_dragStartViewIndex, mouseX - _dragStartX, _mainChart.plotWidth, _viewSampleCount),
-            _voltageSamples.length, _viewSampleCount)
+        var start = WaveView.clampStart(WaveView.draggedStart(_dragStartViewIndex, mouseX - _dragStartX,
+                                                              _mainChart.plotArea.width, _viewSampleCount),
+                                        _voltageSamples.length, _viewSampleCount)
         if (start === _lastDragViewIndex)
             return
         _lastDragViewIndex = start
@@ -241,6 +222,7 @@ WaveState {
         clip: true
 
         ScrollBar.vertical: ScrollBar {}
+        WheelScroll {}
 
         Column {
             id: _column

@@ -18,7 +18,7 @@ Item {
     GenTextField { id: _field; y: 50; width: 200; showClearButton: true }
     GenTextField { id: _password; y: 100; width: 200; passwordMode: true }
     GenButton { id: _button; y: 150; text: "Go"; iconSource: "qrc:/basic/close.svg" }
-    GenCombobox { id: _combobox; y: 200; model: ["one", "two"] }
+    GenCombobox { id: _combobox; y: 200; model: ["<b>one</b>", "two"] }
     GenCheckbox { id: _checkbox; y: 250 }
     GenTextButton { id: _textButton; y: 300 }
     GenLabel { x: 250; text: "label" }
@@ -118,7 +118,9 @@ Item {
         }
 
         function test_comboboxShowsEntriesAndRoles() {
-            compare(_combobox.displayText, "one")
+            compare(_combobox.displayText, "<b>one</b>")
+            // Entries may come from a server: they are not markup.
+            compare(_combobox.contentItem.textFormat, Text.PlainText)
             mouseClick(_combobox)
             tryCompare(_combobox.popup, "opened", true)
             keyClick(Qt.Key_Down)
@@ -163,12 +165,14 @@ Item {
         function test_formats_data() {
             return [
                 { tag: "number", result: Format.formatMetric(1.23456, 3, " V"), expected: "1.235 V" },
+                { tag: "no negative zero", result: Format.formatMetric(-0.0004, 3, " A"), expected: "0.000 A" },
+                { tag: "negative", result: Format.formatMetric(-0.0006, 3, " A"), expected: "-0.001 A" },
                 { tag: "no number", result: Format.formatMetric(NaN, 3, " V"), expected: "--" },
                 { tag: "endless", result: Format.formatMetric(-Infinity, 3, " V"), expected: "--" },
                 { tag: "disconnected", result: Format.formatMetric(Format.ifConnected(false, 1), 3, " V"), expected: "--" },
                 { tag: "seconds", result: Format.formatSeconds(3725.9), expected: "01:02:05" },
                 { tag: "over 99 hours", result: Format.formatSeconds(360000), expected: "100:00:00" },
-                { tag: "negative", result: Format.formatSeconds(-5), expected: "00:00:00" },
+                { tag: "negative time", result: Format.formatSeconds(-5), expected: "00:00:00" },
                 { tag: "no time", result: Format.formatSeconds(NaN), expected: "00:00:00" },
                 { tag: "endless time", result: Format.formatSeconds(Infinity), expected: "00:00:00" },
                 { tag: "no time, own text", result: Format.formatSeconds(NaN, "--:--:--"), expected: "--:--:--" },

@@ -126,7 +126,9 @@ Item {
             var start = page._viewStartIndex
             feed(50)
             compare(page._viewStartIndex, start)
+            page.beginChartDrag(400)
             page.zoomMainChart(-1)
+            compare(page._draggingChart, false)
             compare(page._chartRunning, true)
             compare(page._hoverActive, false)
             compare(page._viewStartIndex, page.maxViewStart())
@@ -223,6 +225,44 @@ Item {
             compare(page._hoverActive, false)
             page.updateHoverForIndex(-10, findChild(page, "waveChart"))
             compare(page._hoverSampleIndex, page._viewStartIndex)
+        }
+
+        function test_cursorStaysOnItsSample() {
+            var chart = findChild(page, "waveChart")
+            _link.connected = false
+            record(100)
+            page.showPausedView(20)
+            var before = page._hoverChartX
+            mouseClick(findChild(page, "waveToggle"))
+            _root.width = 700
+            tryVerify(function() {
+                var place = chart.mapToPosition(Qt.point(page._hoverSampleIndex, 5), chart.series(1))
+                return Math.abs(page._hoverChartX - place.x) < 0.5 && Math.abs(page._hoverVoltageChartY - place.y) < 0.5
+            })
+            verify(page._hoverActive && page._hoverChartX < before)
+            _root.width = 1040
+        }
+
+        function hoverTime(index) {
+            page.updateHoverForIndex(index, findChild(page, "waveChart"))
+            return page._hoverTimeSec
+        }
+
+        function test_samplesKeepTheirTimeWhenTheConnectionEnds() {
+            page.hidLink = GenToolbox.hidLink
+            TestInstrument.plugIn()
+            TestInstrument.measure({ mainInputVoltage: 5, mainTimeSec: 100 })
+            page.clearSamples()
+            feed(20)
+            compare(hoverTime(19), 100)
+            TestInstrument.unplug()
+            compare(hoverTime(19), 100)
+            TestInstrument.plugIn()
+            TestInstrument.measure({ mainInputVoltage: 5, mainTimeSec: 500 })
+            feed(20)
+            compare(hoverTime(19), 100)
+            compare(hoverTime(39), 500)
+            TestInstrument.unplug()
         }
 
         function test_overviewShowsEveryFewSamples() {
@@ -341,12 +381,17 @@ Item {
         function test_chartIsScaledWhileResizing() {
             var chart = findChild(page, "waveChart")
             var width = chart.width
+            // Without an instrument, nothing but the new size asks for other time labels.
+            _link.connected = false
+            record(100)
+            page.rebuildPreviewSeries()
             page.resizingWindow = true
-            _root.width = 800
+            _root.width = 500
             compare(chart.width, width)
             verify(page._frozenMainChartWidth === width && page._frozenPreviewWidth > 0)
             page.resizingWindow = false
             verify(chart.width < width)
+            compare([page._mainTimeTicks.length, page._previewTimeTicks.length], [3, 4])
             _root.width = 1040
         }
 

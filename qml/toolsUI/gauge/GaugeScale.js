@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
+.import "../../customize/Format.js" as Format
 
 // The scale of the needle gauge: ranges, geometry, ticks and labels. Currents in amperes, lengths in
 // device-independent pixels, angles in radians as a screen counts them: 0 to the right, clockwise.
@@ -29,14 +30,13 @@ var glowFallMs = 980
 var glowFallDelayMs = 190
 var stoppedCurrent = 0.0005
 
-// The smallest range that shows a current; the largest one for what is no number.
+// Returns the smallest range that shows a current, or the largest range when the current is not a number.
 function autoRangeForCurrent(value) {
-    var current = Math.max(0, value)
-    if (current <= 0.3)
-        return smallestRange
-    if (current <= 2.4)
-        return 2.4
-    return current <= 6 ? 6 : largestRange
+    for (var i = 0; i < rangeOptions.length; ++i) {
+        if (Format.isAtMost(value, rangeOptions[i].max))
+            return rangeOptions[i].max
+    }
+    return largestRange
 }
 
 // Full-scale value of a range option, of the automatic one for the given current.
@@ -129,14 +129,14 @@ function showsMilliamperes(displayRangeMax) {
 function displayValue(current, displayRangeMax) {
     if (!isFinite(current))
         return "--"
-    return showsMilliamperes(displayRangeMax) ? (current * 1000).toFixed(1) : current.toFixed(3)
+    return showsMilliamperes(displayRangeMax) ? Format.fixed(current * 1000, 1) : Format.fixed(current, 3)
 }
 
 function displayUnit(displayRangeMax) {
     return showsMilliamperes(displayRangeMax) ? "mA" : "A"
 }
 
-// Whether the glow follows a new current at once; else it waits before it fades out.
+// True when the glow follows a new current at once. Otherwise it waits before it fades out.
 function glowFollows(glow, next) {
-    return next >= glow || next > stoppedCurrent
+    return next >= glow || !Format.isAtMost(next, stoppedCurrent)
 }

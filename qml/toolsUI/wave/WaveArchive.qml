@@ -80,6 +80,7 @@ ColumnLayout {
         font.pointSize: 10
         font.underline: true
         elide: Text.ElideMiddle
+        rightPadding: -PageStyle.roundingSlack
         activeFocusOnTab: true
         Layout.fillWidth: true
 

@@ -65,6 +65,7 @@ Rectangle {
             text: _card.title
             font: _titleMetrics.font
             elide: Text.ElideRight
+            rightPadding: -PageStyle.roundingSlack
         }
         WaveText {
             width: parent.width
@@ -75,6 +76,7 @@ Rectangle {
             fontSizeMode: Text.HorizontalFit
             minimumPointSize: 9
             elide: Text.ElideRight
+            rightPadding: -PageStyle.roundingSlack
             verticalAlignment: Text.AlignVCenter
         }
     }

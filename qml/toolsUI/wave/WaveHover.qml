@@ -60,7 +60,7 @@ Item {
         width: _column.implicitWidth + ScreenTools.defaultFontPixelWidth * 2
         height: _column.implicitHeight + ScreenTools.defaultFontPixelWidth * 1.4
         radius: 6
-        color: Format.withAlpha("#0D1319", 0.94)
+        color: _hover.page.bgColor(PageStyle.deepPanel, 0.94)
         border.width: 1
         border.color: "#3C5262"
 

@@ -13,9 +13,7 @@ WavePanel {
 
     readonly property alias chart: _chart
     readonly property alias input: _input
-    readonly property alias voltageSeries: _voltageSeries
-    readonly property alias currentSeries: _currentSeries
-    readonly property real plotWidth: _chart.plotArea.width
+    readonly property rect plotArea: _chart.plotArea
     readonly property bool _narrow: width < ScreenTools.defaultFontPixelWidth * 95
     readonly property int _labelSize: _narrow ? 12 : 16
     readonly property int _tickCount: _narrow ? 6 : 11
@@ -25,6 +23,7 @@ WavePanel {
     readonly property real _bleed: 2
 
     objectName: "waveChartPanel"
+    onPlotAreaChanged: page.placeOnChart()
 
     // Shows the page's view of the samples; the page has brought its limits up to date.
     function drawView() {
@@ -81,11 +80,6 @@ WavePanel {
             margins { left: 0; top: 0; right: 0; bottom: 0 }
             plotArea: Qt.rect(_panel._bleed, _panel._bleed, Math.max(1, width - 2 * _panel._bleed),
                               Math.max(1, height - 2 * _panel._bleed))
-
-            onPlotAreaChanged: {
-                if (_panel.page._drawing)
-                    _panel.page.updateMainTimeTicks()
-            }
 
             // Not visible: an axis that moves lays out its labels anew each time, shown or not.
             ValueAxis { id: _timeAxis; min: 0; max: 59; visible: false }

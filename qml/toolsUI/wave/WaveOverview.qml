@@ -3,6 +3,8 @@ import QtQuick 2.12
 import QtCharts 2.3
 import ChartSeriesFiller 1.0
 
+import "../../customize"
+import "../../customize/Format.js" as Format
 import "WaveView.js" as WaveView
 
 /// The whole recording in one strip, with the part that the main chart shows marked on it.
@@ -13,6 +15,11 @@ WavePanel {
     readonly property real _plotMargin: 8
     readonly property real plotX: _chart.plotArea.x * _scale.xScale
     readonly property real plotWidth: _chart.plotArea.width * _scale.xScale
+
+    onPlotWidthChanged: {
+        if (page._drawing)
+            page.updatePreviewTimeTicks()
+    }
 
     // Shows the page's whole recording, thinned out to what the strip can show.
     function drawRecording() {
@@ -51,11 +58,6 @@ WavePanel {
             margins { left: 0; top: 0; right: 0; bottom: 0 }
             plotArea: Qt.rect(_panel._plotMargin, _panel._plotMargin, Math.max(1, width - 2 * _panel._plotMargin),
                               Math.max(1, height - 2 * _panel._plotMargin))
-
-            onPlotAreaChanged: {
-                if (_panel.page._drawing)
-                    _panel.page.updatePreviewTimeTicks()
-            }
 
             ValueAxis { id: _timeAxis; min: 0; max: 0.08; visible: false }
             // Those of the main chart, also when they change while nothing is recorded.
@@ -98,9 +100,9 @@ WavePanel {
             width: _panel.page.previewSelectionWidth()
             height: _chart.plotArea.height * _scale.yScale
             radius: 3
-            color: "#2636E0D0"
+            color: _panel.page.bgColor(PageStyle.accentCyan, 0.15)
             border.width: 1
-            border.color: "#B036E0D0"
+            border.color: Format.withAlpha(PageStyle.accentCyan, 0.69)
         }
 
         MouseArea {

@@ -29,6 +29,8 @@ Rectangle {
     property int _viewStartIndex: 0
     property int _maxPreviewPoints: 320
     property int _sampleSerial: 0
+    // Where the connection was lost, as WaveView.sampleTimeSec() takes it.
+    property var _interruptions: []
     property bool _chartRunning: true
 
     property bool _showVoltageCurve: true
@@ -84,6 +86,13 @@ Rectangle {
     readonly property bool _drawing: _onScreen && !resizingWindow
     readonly property string _settingsGroup: "powerWaveAnalysis"
     readonly property int _ticksPerPreview: 5
+    readonly property bool _connected: hidLink.connected
+
+    // The link announces that the instrument is gone before it resets the measured values.
+    on_ConnectedChanged: {
+        if (!_connected)
+            _interruptions = WaveView.interruptedAt(_interruptions, _voltageSamples.length, Number(hidLink.mainTimeSec))
+    }
 
     gradient: Gradient {
         GradientStop { position: 0; color: _state.bgColor(PageStyle.pageTop, 1) }
@@ -132,6 +141,7 @@ Rectangle {
             _voltageSamples.splice(0, count)
         if (_currentSamples.length > count)
             _currentSamples.splice(0, count)
+        _interruptions = WaveView.trimmedInterruptions(_interruptions, count)
         _viewStartIndex = Math.max(0, _viewStartIndex - count)
         // What is under the cursor or the mouse button has moved with the samples.
         _dragStartViewIndex -= count
@@ -166,6 +176,42 @@ Rectangle {
     function endChartDrag() {
         _draggingChart = false
         _lastDragViewIndex = -1
+    }
+
+    function updateHoverAt(mouseX, mouseY, chart) {
+        if (_chartRunning || _voltageSamples.length === 0 || resizingWindow
+                || !WaveView.contains(chart.plotArea, mouseX, mouseY)) {
+            _hoverActive = false
+            return
+        }
+        updateHoverForIndex(WaveView.sampleAt(mouseX, chart.plotArea, _viewStartIndex, _viewSampleCount), chart)
+        _hoverMouseX = mouseX
+        _hoverMouseY = mouseY
+    }
+
+    function updateHoverForIndex(localIndex, chart) {
+        var visible = visibleSampleCount()
+        if (visible === 0) {
+            _hoverActive = false
+            return
+        }
+        var index = Format.clamp(localIndex, _viewStartIndex, _viewStartIndex + visible - 1)
+        _hoverSampleIndex = index
+        _hoverVoltageValue = _voltageSamples[index]
+        _hoverCurrentValue = _currentSamples[index]
+        _hoverTimeSec = WaveView.sampleTimeSec(index, _voltageSamples.length, Number(hidLink.mainTimeSec),
+                                               _sampleIntervalSec, _interruptions)
+        _hoverActive = true
+        _placeHover(chart.plotArea)
+    }
+
+    // Puts the cursor where its sample is drawn.
+    function _placeHover(plot) {
+        _hoverChartX = WaveView.pixelX(_hoverSampleIndex, plot, _viewStartIndex, _viewSampleCount)
+        _hoverVoltageChartY = WaveView.pixelY(_hoverVoltageValue, plot, _voltageAxisMin, _voltageAxisMax)
+        _hoverCurrentChartY = WaveView.pixelY(Math.max(0, _hoverCurrentValue), plot, _currentAxisMin, _currentAxisMax)
+        _hoverMouseX = _hoverChartX
+        _hoverMouseY = Math.min(_hoverVoltageChartY, _hoverCurrentChartY)
     }
 
     function readLink() {

@@ -8,4 +8,5 @@ Text {
     color: "#8EA0AE"
     font.family: GenFontManager.mainFontFamily
     renderType: Text.NativeRendering
+    textFormat: Text.PlainText
 }

@@ -102,7 +102,7 @@ function automaticVoltageAxis(range) {
 function rangeIndexFor(value, options) {
     var needed = value > 0 ? value : 0
     for (var i = 0; i < options.length; ++i) {
-        if (options[i] >= needed)
+        if (Format.isAtMost(needed, options[i]))
             return i
     }
     return options.length - 1
@@ -151,9 +151,42 @@ function selectionX(plotX, plotWidth, width, start, lastStart) {
     return plotX + (lastStart > 0 ? (plotWidth - width) * start / lastStart : 0)
 }
 
-// When a sample was taken, in the instrument's seconds; lastSec is the time of the newest sample.
-function sampleTimeSec(index, sampleCount, lastSec, intervalSec) {
-    return Math.max(0, lastSec - (sampleCount - 1 - index) * intervalSec)
+// When a sample was taken, in the instrument's seconds. lastSec is the time of the newest sample. interruptions: where
+// the connection was lost, oldest first; the samples below index `end` count back from the `lastSec` of that moment.
+function sampleTimeSec(index, sampleCount, lastSec, intervalSec, interruptions) {
+    var run = { "end": sampleCount, "lastSec": lastSec }
+    for (var i = interruptions.length - 1; i >= 0 && index < interruptions[i].end; --i)
+        run = interruptions[i]
+    return Math.max(0, run.lastSec - (run.end - 1 - index) * intervalSec)
+}
+
+// The interruptions with another one after sampleCount samples, if samples were taken since the last one.
+function interruptedAt(interruptions, sampleCount, lastSec) {
+    var known = interruptions.length > 0 ? interruptions[interruptions.length - 1].end : 0
+    return sampleCount > known ? interruptions.concat([{ "end": sampleCount, "lastSec": lastSec }]) : interruptions
+}
+
+// The interruptions after the oldest `count` samples were removed.
+function trimmedInterruptions(interruptions, count) {
+    return interruptions.map(function(run) { return { "end": run.end - count, "lastSec": run.lastSec } })
+                        .filter(function(run) { return run.end > 0 })
+}
+
+// The sample at pixel x of a plot (x, y, width and height) that shows the given view, not clamped.
+function sampleAt(x, plot, start, viewCount) {
+    var axis = timeAxis(start, viewCount)
+    return Math.round(axis.min + (x - plot.x) / Math.max(1, plot.width) * (axis.max - axis.min))
+}
+
+// The pixel of such a plot at which a sample lies.
+function pixelX(index, plot, start, viewCount) {
+    var axis = timeAxis(start, viewCount)
+    return plot.x + (index - axis.min) / (axis.max - axis.min) * plot.width
+}
+
+// The pixel at which a value lies on an axis from min to max; a value that is not a number counts as 0.
+function pixelY(value, plot, min, max) {
+    return plot.y + (max - (Number(value) || 0)) / (max - min) * plot.height
 }
 
 // The comparison curve that is shown until one is loaded: a 5 V supply with ripple, in volts.
