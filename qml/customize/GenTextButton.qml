@@ -42,6 +42,7 @@ Button {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
+        rightPadding: -PageStyle.roundingSlack
     }
 
     Keys.onReturnPressed: clicked()

@@ -20,6 +20,7 @@ ToolTip {
 
     contentItem: Text {
         text: _root.text
+        textFormat: Text.PlainText
         font: _root.font
         color: PageStyle.titleText
     }

@@ -97,6 +97,7 @@ MeasurementPage {
         ChargeHeader {
             Layout.fillWidth: true
             color: root.bgColor(PageStyle.panel, 1)
+            backgroundOpacity: root.pageBackgroundOpacity
             title: qsTr("Charge Data Collect")
             subtitle: qsTr("TYPE-C measurement dashboard")
             fast: root.fastCharge
@@ -124,6 +125,7 @@ MeasurementPage {
                     Layout.fillHeight: true
                     Layout.preferredWidth: 1
                     color: root.bgColor(PageStyle.card, 1)
+                    backgroundOpacity: root.pageBackgroundOpacity
                     title: root._metrics[index].title
                     value: root._metrics[index].value
                     hint: root._metrics[index].hint
@@ -207,6 +209,7 @@ MeasurementPage {
                             edge: root._lines[index].accent
                             valueColor: edge
                             level: Rules.lineLevel(root._lines[index].voltage)
+                            grooveColor: root.bgColor("#1A252E", 1)
                             titleSize: root.adaptivePoint(12, 11)
                             valueSize: root.adaptivePoint(18, 15)
                             padding: root._padding

@@ -87,7 +87,11 @@ MeasurementPage {
 
     function reloadHistory() {
         var menuId = _contextMenuRow >= 0 ? _shownIds[_contextMenuRow] : undefined
-        _shownIds = RowSync.sync(historyModel, _shownIds, GenToolbox.hidLink.multimeterCurrentTable, "--")
+        var before = _shownIds
+        var selected = _table.currentIndex
+        _shownIds = RowSync.sync(historyModel, before, GenToolbox.hidLink.multimeterCurrentTable, "--")
+        // Always assigned: otherwise a view that was empty selects its first row.
+        _table.currentIndex = RowSync.selectionAfter(selected, before, _shownIds)
         if (menuId === undefined)
             return
         // The menu stays with its reading when others arrive above it.
@@ -235,14 +239,6 @@ MeasurementPage {
             Layout.fillHeight: !multimeterRoot._historyTableVisible
             visible: !multimeterRoot._historyTableVisible
         }
-    }
-
-    MouseArea {
-        anchors.fill: parent
-        visible: multimeterRoot._contextMenuVisible
-        acceptedButtons: Qt.AllButtons
-        onPressed: multimeterRoot.hideContextMenu()
-        onWheel: multimeterRoot.hideContextMenu()
     }
 
     RowMenu {

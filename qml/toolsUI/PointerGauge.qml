@@ -147,6 +147,7 @@ MeasurementPage {
             currentIndex: root._rangeIndex
             topColor: root.bgColor("#1D2A34", 1)
             bottomColor: root.bgColor(PageStyle.deepPanel, 1)
+            idleColor: root.bgColor("#1A252E", 1)
             connected: root.connected
             connectionText: root.connected ? qsTr("Connected") : qsTr("Not Connected")
             onSelected: root.selectRange(index)
@@ -156,6 +157,7 @@ MeasurementPage {
             Layout.fillWidth: true
             Layout.fillHeight: true
             frozen: root.resizingWindow
+            backgroundOpacity: root.pageBackgroundOpacity
             rangeMax: root._displayRangeMax
             needleCurrent: root._shownNeedle
             glowCurrent: root._shownGlow

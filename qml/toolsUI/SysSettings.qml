@@ -6,6 +6,7 @@ import QtQuick.Window 2.12
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
+import "../customize"
 import "../customize/Format.js" as Format
 import "settings"
 
@@ -37,7 +38,7 @@ Rectangle {
     readonly property real contentScale: Math.max(0.82, Math.min(1, width / 1180, height / 680))
     readonly property bool showLeftPanel: _frame.width >= _dfw * 96 && _frame.height >= _dfw * 58
 
-    /// What was last done with the server settings: "", "saved" or "restored".
+    /// What was done with the server settings that the fields show: "", "saved" or "restored".
     property string serverConfigDone: ""
     property bool _exported: false
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
@@ -169,6 +170,7 @@ Rectangle {
                 contentHeight: _cards.height
                 boundsBehavior: Flickable.StopAtBounds
                 onContentHeightChanged: syssetRoot._keepInView()
+                WheelScroll {}
                 ScrollBar.vertical: ScrollBar { policy: _scroll.contentHeight > _scroll.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
 
                 Item {

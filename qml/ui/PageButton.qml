@@ -12,9 +12,12 @@ GenButton {
     property url icon
     property bool collapsed: true
 
+    // One title begins with a blank, which is part of its translation key only.
+    readonly property string _shownTitle: title.trim()
+
     checkable: true
     backRadius: 6
-    Accessible.name: title
+    Accessible.name: _shownTitle
     Accessible.role: Accessible.PageTab
 
     Behavior on height {
@@ -57,12 +60,12 @@ GenButton {
                     right: parent.right
                     verticalCenter: parent.verticalCenter
                 }
-                // One title begins with a blank, which is part of its translation key only.
-                text: _root.title.trim()
+                text: _root._shownTitle
                 color: GenToolbox.genPalette.buttonText
                 font.family: GenFontManager.mainFontFamily
                 font.pixelSize: 16
                 elide: Text.ElideRight
+                rightPadding: -PageStyle.roundingSlack
             }
         }
 
@@ -72,7 +75,7 @@ GenButton {
     }
     HoverTip {
         target: _root
-        text: _root.title.trim()
+        text: _root._shownTitle
         shown: _root.collapsed && _root.hovered
         beside: true
     }

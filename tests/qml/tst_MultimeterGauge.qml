@@ -174,6 +174,7 @@ Item {
 
         function test_menuStaysInThePage(data) {
             open()
+            page.width = 900
             page.showTableContextMenu(-1, data.x, data.y)
             compare(page._contextMenuVisible, false)
             page.showTableContextMenu(0, data.x, data.y)
@@ -181,7 +182,8 @@ Item {
             verify(menu().y >= 8 && menu().y + menu().height <= page.height - 8)
             if (data.tag === "inside")
                 compare([menu().x, menu().y], [data.x, data.y])
-            mouseClick(page, data.tag === "upper left" ? 900 : 20, 300)
+            // Beside the menu, and beside the page.
+            mouseClick(_root, data.tag === "upper left" ? 950 : 20, 300)
             compare(page._contextMenuVisible, false)
         }
 
@@ -211,9 +213,15 @@ Item {
         function test_clear() {
             open()
             record("1.0kOhm 2.0kOhm")
+            tryVerify(function() { return table().listView.itemAtIndex(1) !== null })
+            mouseClick(table().listView.itemAtIndex(1))
             mouseClick(button("Clear"))
             compare(table().listView.count, 0)
             compare(_link.multimeterCurrentTable.length, 0)
+            // The next reading is not selected.
+            record("3.0kOhm")
+            tryCompare(table().listView, "count", 1)
+            compare(table().currentIndex, -1)
         }
     }
 }

@@ -19,7 +19,7 @@ Item {
             model: [
                 { title: "A", url: "qrc:/a.qml", icon: "qrc:/res/Pointer.svg" },
                 { title: "B", url: "qrc:/b.qml", icon: "qrc:/res/powerImg.svg" },
-                { title: "C", url: "qrc:/c.qml", icon: "qrc:/res/play.svg" }
+                { title: " C", url: "qrc:/c.qml", icon: "qrc:/res/play.svg" }
             ]
         }
     }
@@ -67,6 +67,7 @@ Item {
         }
 
         function test_selectWithoutSignals() {
+            compare(buttons(_column)[2].Accessible.name, "C")
             _column.selectIndex(2, false)
             compare(_column.currentIndex, 2)
             compare(checkedButtons(), [false, false, true])

@@ -59,6 +59,16 @@ Item {
             compare(TestInstrument.lastRequest().length, 0)
         }
 
+        // Layouts round widths to whole pixels.
+        function test_roundingShortensNoLabel() {
+            openPage("PointerGauge.qml")
+            page._rangeOptions.forEach(function(option) {
+                var pill = button(option.label)
+                pill.width = pill.contentItem.contentWidth + pill.leftPadding + pill.rightPadding - 0.4
+                compare([pill.contentItem.truncated, option.label], [false, option.label])
+            })
+        }
+
         function test_values() {
             openPage("PointerGauge.qml")
             TestInstrument.measure({ mainInputVoltage: 5.0625, mainOutputCurrent: 1.25, mainMah: 10.5, mainTimeSec: 3725.9 })
@@ -68,19 +78,24 @@ Item {
             compare(page.gaugeDisplayUnit(), "A")
         }
 
-        function test_milliamperesUpToTheEndOfTheScale() {
-            openPage("PointerGauge.qml")
-            TestInstrument.measure({ mainOutputCurrent: 0.25 })
-            tryVerify(function() { return page.gaugeDisplayValue() === "250.0" })
-            compare(page.gaugeDisplayUnit(), "mA")
+        // The instrument sends 32-bit floats: none is equal to 0.3 or 2.4. A page that opens shows the value at once.
+        function test_automaticRange_data() {
+            return [
+                { tag: "tiny negative", current: -1e-6, range: 0.3, readout: "0.0 mA" },
+                { tag: "at 300 mA", current: 0.3, range: 0.3, readout: "300.0 mA" },
+                { tag: "above 300 mA", current: 0.31, range: 2.4, readout: "0.310 A" },
+                { tag: "at 2.4 A", current: 2.4, range: 2.4, readout: "2.400 A" },
+                { tag: "at 6 A", current: 6, range: 6, readout: "6.000 A" },
+                { tag: "over range", current: 99, range: 8, readout: "99.000 A" }
+            ]
         }
 
-        function test_openedPageShowsTheValueAtOnce() {
-            TestInstrument.measure({ mainOutputCurrent: 2 })
+        function test_automaticRange(data) {
+            TestInstrument.measure({ mainOutputCurrent: data.current })
             openPage("PointerGauge.qml")
-            compare(page._needleCurrent, 2)
-            compare(page._glowCurrent, 2)
-            compare(page.gaugeDisplayValue(), "2.000")
+            compare(page._displayRangeMax, data.range)
+            compare(page.gaugeDisplayValue() + " " + page.gaugeDisplayUnit(), data.readout)
+            compare(page._glowCurrent, page._needleCurrent)
         }
 
         function test_disconnectedShowsNoValue() {

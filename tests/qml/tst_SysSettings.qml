@@ -97,6 +97,22 @@ Item {
             compare(part("hostField").text, "http://127.0.0.1")
             compare(part("apiPortField").text, "8078")
             compare(part("serverStatus").text, "Default server settings restored.")
+            // An edit of the fields ends the message.
+            type(reach("apiPortField"), "1")
+            compare(part("serverStatus").text, "")
+        }
+
+        // However fast they come, notches of the wheel scroll by a fixed length and do not throw the page.
+        function test_quickWheelNotches() {
+            var scroll = part("usbDebug")
+            while (scroll.flicking === undefined)
+                scroll = scroll.parent
+            scroll.contentY = 0
+            mouseWheel(scroll, scroll.width / 2, scroll.height / 2, 0, -120)
+            var notch = scroll.contentY
+            mouseWheel(scroll, scroll.width / 2, scroll.height / 2, 0, -120)
+            verify(notch > 0 && !scroll.flicking)
+            compare(scroll.contentY, Math.min(2 * notch, scroll.contentHeight - scroll.height))
         }
 
         function test_portsTakeDigitsOnly() {

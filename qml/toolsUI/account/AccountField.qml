@@ -29,6 +29,7 @@ Item {
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.page.scaledPoint(11)
         elide: Text.ElideRight
+        rightPadding: -PageStyle.roundingSlack
     }
     GenTextField {
         id: _field

@@ -26,6 +26,8 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: ScrollBar { policy: ScrollBar.AsNeeded }
 
+    WheelScroll {}
+
     Column {
         id: _column
 

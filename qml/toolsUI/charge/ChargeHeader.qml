@@ -3,6 +3,7 @@ import QtQuick 2.12
 import QtQuick.Layouts 1.12
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// Title of the dashboard, and whether the device charges fast or slowly.
 Rectangle {
@@ -20,6 +21,8 @@ Rectangle {
     property real titleSize: 18
     property real textSize: 11
     property real padding: 16
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     readonly property color _speedColor: fast ? fastColor : PageStyle.accentCyan
 
@@ -47,6 +50,7 @@ Rectangle {
                 font.pointSize: _root.titleSize
                 font.bold: true
                 elide: Text.ElideRight
+                rightPadding: -PageStyle.roundingSlack
             }
             Text {
                 Layout.fillWidth: true
@@ -57,11 +61,13 @@ Rectangle {
                 fontSizeMode: Text.HorizontalFit
                 minimumPointSize: 8
                 elide: Text.ElideRight
+                rightPadding: -PageStyle.roundingSlack
             }
         }
 
         SpeedSwitch {
             opacity: _root.live ? 1 : 0.45
+            color: Format.withAlpha("#1A252E", _root.backgroundOpacity)
             fast: _root.fast
             fastText: _root.fastText
             slowText: _root.slowText
@@ -75,7 +81,7 @@ Rectangle {
             implicitHeight: implicitWidth
             radius: width / 2
             antialiasing: true
-            color: Qt.rgba(_root._speedColor.r, _root._speedColor.g, _root._speedColor.b, 0.14)
+            color: Format.withAlpha(_root._speedColor, 0.14 * _root.backgroundOpacity)
             border.width: 2
             border.color: _root._speedColor
 

@@ -17,6 +17,7 @@ Rectangle {
     property real padding: 16
     /// 0 to 1: how far the level below the value is filled; negative for no level.
     property real level: -1
+    property color grooveColor: "transparent"
 
     implicitHeight: _column.implicitHeight + 2 * padding * 0.75
     radius: 10
@@ -67,7 +68,7 @@ Rectangle {
             width: parent.width
             height: 4
             radius: 2
-            color: "#1A252E"
+            color: _root.grooveColor
 
             Rectangle {
                 width: parent.width * Math.min(1, Math.max(0, _root.level))

@@ -2,6 +2,7 @@
 import QtQuick 2.12
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// A main value of the dashboard: title with an icon letter, the value in large type, a hint below.
 Rectangle {
@@ -18,6 +19,8 @@ Rectangle {
     property real padding: 16
     /// Without room for all three, the hint gives way to the value.
     property bool low: false
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     implicitHeight: _icon.height + _value.implicitHeight + (low ? 0 : _hint.implicitHeight) + 2 * padding + 8
     radius: 12
@@ -43,7 +46,7 @@ Rectangle {
         height: width
         radius: width / 2
         antialiasing: true
-        color: Qt.rgba(_root.accent.r, _root.accent.g, _root.accent.b, 0.14)
+        color: Format.withAlpha(_root.accent, 0.14 * _root.backgroundOpacity)
         border.width: 1
         border.color: Qt.rgba(_root.accent.r, _root.accent.g, _root.accent.b, 0.6)
 
@@ -65,6 +68,7 @@ Rectangle {
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.titleSize
         elide: Text.ElideRight
+        rightPadding: -PageStyle.roundingSlack
     }
     Text {
         id: _value
@@ -90,5 +94,6 @@ Rectangle {
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.hintSize
         elide: Text.ElideRight
+        rightPadding: -PageStyle.roundingSlack
     }
 }

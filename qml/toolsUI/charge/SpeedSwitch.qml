@@ -19,7 +19,6 @@ Rectangle {
     implicitWidth: 2 * _segmentWidth + 8
     implicitHeight: _fast.implicitHeight + 20
     radius: height / 2
-    color: "#1A252E"
     border.width: 1
     border.color: PageStyle.cardBorder
 

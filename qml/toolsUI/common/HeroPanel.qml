@@ -13,6 +13,7 @@ Rectangle {
     property color textColor: PageStyle.titleText
     property color dimColor: PageStyle.dimText
     property string badge
+    property color badgeFill: "transparent"
     property string title
     property string subtitle
     property string highlightsTitle
@@ -42,6 +43,7 @@ Rectangle {
         interactive: contentHeight > height
         boundsBehavior: Flickable.StopAtBounds
 
+        WheelScroll {}
         Column {
             id: _column
 
@@ -53,7 +55,7 @@ Rectangle {
                 width: _badgeText.implicitWidth + 24
                 height: _badgeText.implicitHeight + 10
                 radius: height / 2
-                color: Format.withAlpha(_root.accent, 0.16)
+                color: _root.badgeFill
                 border.width: 1
                 border.color: Format.withAlpha(_root.accent, 0.6)
 

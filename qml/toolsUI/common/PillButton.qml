@@ -16,7 +16,8 @@ AbstractButton {
 
     leftPadding: 14
     rightPadding: 14
-    implicitWidth: Math.max(minimumWidth, _label.implicitWidth + leftPadding + rightPadding)
+    // Whole pixels: a layout rounds other widths, and the label would miss the difference.
+    implicitWidth: Math.max(minimumWidth, Math.ceil(_label.implicitWidth) + leftPadding + rightPadding)
     implicitHeight: Math.max(30, _label.implicitHeight + 12)
     // Where it is checkable, its state is always that of `active`, whoever clicks it.
     checked: active
@@ -57,5 +58,6 @@ AbstractButton {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
+        rightPadding: -PageStyle.roundingSlack
     }
 }

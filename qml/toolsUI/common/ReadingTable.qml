@@ -103,6 +103,7 @@ Rectangle {
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
                 elide: Text.ElideRight
+                rightPadding: -PageStyle.roundingSlack
             }
         }
     }
@@ -142,6 +143,7 @@ Rectangle {
             event.accepted = true
         }
 
+        WheelScroll {}
         delegate: Rectangle {
             id: _row
 
@@ -171,7 +173,7 @@ Rectangle {
                     width: _root.columnWidth(index)
                     height: _row.height
                     leftPadding: _root._cellPadding
-                    rightPadding: _root._cellPadding
+                    rightPadding: _root._cellPadding - PageStyle.roundingSlack
                     text: _row._cells[modelData.role]
                     textFormat: Text.PlainText
                     color: index === 0 ? PageStyle.dimText : PageStyle.valueText

@@ -41,6 +41,20 @@ function sync(model, shownIds, entries, missing) {
     return newIds
 }
 
+// The row to select once the rows of shownIds have become those of newIds: the same reading, or when it is gone the
+// next one that is left, else the one before. -1 when no reading is left, or none was selected.
+function selectionAfter(selected, shownIds, newIds) {
+    if (selected < 0)
+        return -1
+    var candidates = shownIds.slice(selected).concat(shownIds.slice(0, selected).reverse())
+    for (var i = 0; i < candidates.length; ++i) {
+        var index = newIds.indexOf(candidates[i])
+        if (index >= 0)
+            return index
+    }
+    return -1
+}
+
 // How many ids stand before the first one that is shown already; -1 when none is, or one has no id.
 function _addedInFront(newIds, shownIds) {
     var shown = {}

@@ -13,6 +13,7 @@ Text {
 
     font.family: GenFontManager.mainFontFamily
     font.underline: true
+    textFormat: Text.PlainText
     activeFocusOnTab: active
     opacity: _area.containsMouse && active ? 0.75 : 1
 

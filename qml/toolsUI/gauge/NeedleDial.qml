@@ -18,6 +18,8 @@ Item {
     property string unitText
     /// While true the painted dial is only scaled to the size of this item.
     property bool frozen: false
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     readonly property real needleAngle: Scale.degrees(Scale.angleOfRatio(Scale.ratio(needleCurrent, rangeMax)))
     readonly property real glowAngle: Scale.degrees(Scale.angleOfRatio(_glowRatio))
@@ -102,7 +104,7 @@ Item {
             width: Math.max(_value.width + 36 * _root._dial.unit, 152 * _root._dial.unit)
             height: 54 * _root._dial.unit
             radius: height / 2
-            color: Qt.rgba(0.04, 0.065, 0.085, 0.74)
+            color: Qt.rgba(0.04, 0.065, 0.085, 0.74 * _root.backgroundOpacity)
             border.width: 1
             border.color: Qt.rgba(0.55, 0.72, 0.8, 0.16)
         }

@@ -18,6 +18,7 @@ Rectangle {
     property string connectionText
     property color topColor: "#1D2A34"
     property color bottomColor: PageStyle.deepPanel
+    property color idleColor: "#1A252E"
 
     // Less room around the texts; then without the title and the badge's text, so that all ranges stay in reach.
     readonly property bool _tight: width < ScreenTools.defaultFontPixelWidth * 70
@@ -57,6 +58,7 @@ Rectangle {
                 text: modelData.label
                 checkable: true
                 active: index === _root.currentIndex
+                idleColor: _root.idleColor
                 leftPadding: _root._tight ? 8 : 14
                 rightPadding: leftPadding
                 minimumWidth: _root._tight ? 0 : 64

@@ -46,6 +46,7 @@ Rectangle {
             font.family: GenFontManager.mainFontFamily
             font.pointSize: 10
             elide: Text.ElideRight
+            rightPadding: -PageStyle.roundingSlack
         }
         Text {
             width: parent.width

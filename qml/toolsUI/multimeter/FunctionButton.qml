@@ -59,7 +59,7 @@ RadioButton {
                 height: width
                 radius: width / 2
                 antialiasing: true
-                color: _root.active ? Qt.rgba(0.02, 0.06, 0.08, 0.85) : "transparent"
+                color: _root.active ? "#0C2F31" : "transparent"
                 border.width: 1
                 border.color: _root.active ? "transparent" : PageStyle.dimText
 

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
 import QtQuick.Controls 2.12
+import QtQuick.Window 2.12
+import GenControl 1.0
 
 import "../../customize"
 
-/// The actions of a table row: a single item. Give it the focus when it is shown.
+/// The actions of a table row: a single item. Give it the focus when it is shown. A press beside it, anywhere in the
+/// window, dismisses it and does nothing else.
 FocusScope {
     id: _root
 
@@ -13,10 +16,32 @@ FocusScope {
     signal triggered()
     signal dismissed()
 
+    readonly property bool _windowActive: Window.active
+
     implicitWidth: _item.implicitWidth + 8
     implicitHeight: _item.implicitHeight + 8
 
     Keys.onEscapePressed: dismissed()
+    on_WindowActiveChanged: {
+        if (visible && !_windowActive)
+            dismissed()
+    }
+
+    MouseArea {
+        parent: _root.Window.contentItem
+        width: parent ? parent.width : 0
+        height: parent ? parent.height : 0
+        z: GenControl.zOrderTopMost
+        visible: _root.visible
+        acceptedButtons: Qt.AllButtons
+        onPressed: {
+            var place = mapToItem(_root, mouse.x, mouse.y)
+            mouse.accepted = !_root.contains(Qt.point(place.x, place.y))
+            if (mouse.accepted)
+                _root.dismissed()
+        }
+        onWheel: _root.dismissed()
+    }
 
     Rectangle {
         anchors.fill: parent

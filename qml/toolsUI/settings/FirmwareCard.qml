@@ -23,6 +23,7 @@ SettingsCard {
         text: _root._manager.felReady ? qsTranslate("SysSettings", "FEL Ready")
                                       : qsTranslate("SysSettings", "Waiting")
         tone: _root._manager.felReady ? _root.page.okColor : _root.page.warningColor
+        color: _root.page.bgColor(tone, 0.14)
         pointSize: _root.page.scaledPoint(10)
     }
 
@@ -164,6 +165,7 @@ SettingsCard {
         width: parent.width
         visible: text.length > 0
         text: _root._stateText()
+        textFormat: Text.PlainText
         color: _root._stateColor
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.page.scaledPoint(10.5)

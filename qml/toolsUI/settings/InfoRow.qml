@@ -38,6 +38,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: text.length > 0
         text: _root.value
+        textFormat: Text.PlainText
         color: _root.valueColor
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.page.scaledPoint(10.5)

@@ -42,6 +42,7 @@ SettingsCard {
             placeholderText: qsTranslate("SysSettings", "Example: http://127.0.0.1")
             font.pointSize: _root.page.scaledPoint(10.5)
             Accessible.name: qsTranslate("SysSettings", "Host")
+            onTextChanged: _root.page.serverConfigDone = ""
             onEditingFinished: _root.page._serverHostText = text
         }
     }
@@ -56,6 +57,7 @@ SettingsCard {
             placeholderText: qsTranslate("SysSettings", "8000")
             font.pointSize: _root.page.scaledPoint(10.5)
             Accessible.name: qsTranslate("SysSettings", "Docs Port")
+            onTextChanged: _root.page.serverConfigDone = ""
             onEditingFinished: _root.page._docsPortText = text
         }
     }
@@ -70,6 +72,7 @@ SettingsCard {
             placeholderText: qsTranslate("SysSettings", "8078")
             font.pointSize: _root.page.scaledPoint(10.5)
             Accessible.name: qsTranslate("SysSettings", "API Port")
+            onTextChanged: _root.page.serverConfigDone = ""
             onEditingFinished: _root.page._apiPortText = text
         }
     }

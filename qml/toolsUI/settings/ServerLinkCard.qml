@@ -3,7 +3,6 @@ import QtQuick 2.12
 import GenToolbox 1.0
 
 import "../../customize"
-import "../../customize/Format.js" as Format
 
 /// Whether the server answers.
 SettingsCard {
@@ -23,7 +22,7 @@ SettingsCard {
             width: 12
             height: 12
             radius: 6
-            color: Format.withAlpha(_root._color, 0.3)
+            color: _root.page.bgColor(_root._color, 0.3)
 
             Rectangle {
                 anchors.centerIn: parent

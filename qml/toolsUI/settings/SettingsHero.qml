@@ -21,6 +21,7 @@ HeroPanel {
     dimColor: page.dimColor
     contentScale: page.contentScale
     badge: "SYS"
+    badgeFill: page.bgColor(accent, 0.16)
     title: qsTranslate("SysSettings", "System Console")
     subtitle: qsTranslate("SysSettings",
                           "Manage firmware update, device identity and language preferences from one panel.")
@@ -35,7 +36,7 @@ HeroPanel {
         width: parent.width
         height: _snapshot.height + 24
         radius: 10
-        color: Format.withAlpha("#000000", 0.22)
+        color: _root.page.bgColor("#000000", 0.22)
         border.width: 1
         border.color: Format.withAlpha(_root.accent, 0.18)
 

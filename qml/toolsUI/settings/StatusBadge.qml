@@ -9,13 +9,13 @@ Rectangle {
     id: _root
 
     property string text
+    /// Colour of the text and the frame. The page sets the fill.
     property color tone: "white"
     property real pointSize: 10
 
     implicitWidth: _label.implicitWidth + 24
     implicitHeight: _label.implicitHeight + 8
     radius: height / 2
-    color: Format.withAlpha(tone, 0.14)
     border.width: 1
     border.color: Format.withAlpha(tone, 0.55)
 
