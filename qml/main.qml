@@ -301,9 +301,14 @@ ApplicationWindow {
 
     Connections {
         target: CUpgradeControl
-        function onNeedUpdate2(version, desc) { _upgradeWindow.show2(version, desc) }
+        function onNeedUpdate2(version, desc) {
+            // An open dialog belongs to another check, or to a download.
+            if (!_upgradeWindow.visible)
+                _upgradeWindow.show2(version, desc)
+        }
         function onManualCheckFinished(needUpdate, currentVersion, latestVersion, desc, downloadUrl, message) {
-            _upgradeWindow.showManualResult(needUpdate, currentVersion, latestVersion, desc, downloadUrl, message)
+            if (CUpgradeControl.reportsCurrentOperation())
+                _upgradeWindow.showManualResult(needUpdate, currentVersion, latestVersion, desc, downloadUrl, message)
         }
     }
     Connections {

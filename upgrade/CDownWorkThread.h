@@ -52,7 +52,6 @@ public:
     bool isStopRequested() const { return m_stopRequested; }
     /// Whether a transfer runs; what it wrote is visible to a thread that has read false.
     bool isTransferring() const { return m_transferring; }
-    QString packageUrl() const { return m_packageUrl; }
 
 Q_SIGNALS:
     /// \a name is the path of the downloaded file, empty when nothing usable was downloaded.

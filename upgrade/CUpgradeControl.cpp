@@ -16,6 +16,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
@@ -83,6 +84,9 @@ CUpgradeControl::~CUpgradeControl()
     }
     m_worker = nullptr;
     delete m_workerThread;
+    // A package that was not checked or not started is of no use to anybody.
+    if (m_downloading || m_verified)
+        QFile::remove(CDownWorkThread::packagePath(downloadDir()));
 }
 
 void CUpgradeControl::checkUpdateNow()
@@ -116,13 +120,16 @@ void CUpgradeControl::requestCheckUpdate(const QString& url, bool manual)
 {
     if (m_network == nullptr)
         m_network = new QNetworkAccessManager(this);
+    const int number = ++m_lastNumber;
+    if (manual)
+        m_operation = number;
     QNetworkRequest request{QUrl(url)};
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     QNetworkReply* reply = m_network->post(request, versionCheckBody(applicationVersion()));
     qDebug() << "CUpgradeControl::requestCheckUpdate"
              << "check update start";
-    connect(reply, &QNetworkReply::finished, this, [this, reply, manual] {
-        handleCheckReply(reply, manual);
+    connect(reply, &QNetworkReply::finished, this, [this, reply, number, manual] {
+        handleCheckReply(reply, number, manual);
         reply->deleteLater();
     });
     // With the limit on the buffer nothing beyond it is taken off the wire, however fast the server is.
@@ -134,8 +141,9 @@ void CUpgradeControl::requestCheckUpdate(const QString& url, bool manual)
     QTimer::singleShot(cCheckTimeoutMs, reply, [reply] { reply->abort(); });
 }
 
-void CUpgradeControl::handleCheckReply(QNetworkReply* reply, bool manual)
+void CUpgradeControl::handleCheckReply(QNetworkReply* reply, int number, bool manual)
 {
+    const QScopedValueRollback<int> reporting(m_reporting, number);
     const QString current = applicationVersion();
     if (reply->error() != QNetworkReply::NoError) {
         qDebug() << "network error:" << reply->errorString();
@@ -201,8 +209,12 @@ void CUpgradeControl::createWorker()
     m_worker->setDownloadDir(downloadDir());
     connect(m_workerThread, &QThread::started, m_worker, &CDownWorkThread::processMount);
     connect(m_worker, &CDownWorkThread::sigFinished, this, &CUpgradeControl::slotDownloadFinish);
-    connect(m_worker, &CDownWorkThread::emitdownloadProgress, this, &CUpgradeControl::emitdownloadProgress);
-    connect(m_worker, &CDownWorkThread::sigDownloadStatus, this, &CUpgradeControl::updateStatus);
+    connect(m_worker, &CDownWorkThread::emitdownloadProgress, this, [this](const QString& progress) {
+        const QScopedValueRollback<int> reporting(m_reporting, m_transfer.number);
+        Q_EMIT emitdownloadProgress(progress);
+    });
+    connect(m_worker, &CDownWorkThread::sigDownloadStatus, this,
+            [this](int status) { reportStatus(m_transfer.number, status); });
     m_worker->moveToThread(m_workerThread);
 }
 
@@ -211,38 +223,62 @@ void CUpgradeControl::startUpdate(const QString& url)
     Q_UNUSED(url)
     if (m_workerThread == nullptr)
         createWorker();
-    if (!m_downloading) {
-        beginDownload();
+    const bool underWay = m_downloading && !m_worker->isStopRequested() && m_transfer.url == m_downloadUrl &&
+                          m_transfer.sha256 == m_packageSha256;
+    if (underWay) {
+        m_operation = m_transfer.number;
+        reportStatus(m_operation, UPC_Start);
         return;
     }
-    const bool outdated = m_worker->packageUrl() != m_downloadUrl;
-    m_startAgain = outdated || m_worker->isStopRequested();
-    if (outdated)
+    m_nextTransfer = {++m_lastNumber, m_downloadUrl, m_packageSha256};
+    m_operation = m_nextTransfer.number;
+    if (m_downloading)
         m_worker->requestStop();
-    if (!m_startAgain)
-        Q_EMIT updateStatus(UPC_Start);
+    else
+        beginDownload();
 }
 
 void CUpgradeControl::beginDownload()
 {
-    m_startAgain = false;
+    m_transfer = std::exchange(m_nextTransfer, {});
     m_verified = false;
     m_installerPath.clear();
     // The loop of the last download was told to end; the worker is not touched before it has.
     if (!m_workerThread->wait(cThreadQuitTimeoutMs) || m_worker->isTransferring()) {
-        Q_EMIT updateStatus(UPC_NetworkError);
+        reportStatus(m_transfer.number, UPC_NetworkError);
         return;
     }
     m_worker->clearStop();
-    m_worker->setPackageUrl(m_downloadUrl);
+    m_worker->setPackageUrl(m_transfer.url);
     m_downloading = true;
-    Q_EMIT updateStatus(UPC_Start);
+    reportStatus(m_transfer.number, UPC_Start);
     m_workerThread->start();
+}
+
+void CUpgradeControl::reportStatus(int number, int status)
+{
+    const QScopedValueRollback<int> reporting(m_reporting, number);
+    Q_EMIT updateStatus(status);
+}
+
+bool CUpgradeControl::reportsCurrentOperation() const
+{
+    return m_reporting == 0 || m_reporting == m_operation;
+}
+
+void CUpgradeControl::abandonOperation()
+{
+    m_operation = 0;
+    stopUpdate();
+    if (m_verified) {
+        m_verified = false;
+        QFile::remove(m_installerPath);
+    }
 }
 
 void CUpgradeControl::stopUpdate()
 {
-    m_startAgain = false;
+    m_nextTransfer = {};
     if (m_worker != nullptr)
         m_worker->requestStop();
 }
@@ -254,48 +290,61 @@ void CUpgradeControl::slotDownloadFinish(const QString& name)
     // A file that fails its check is deleted, so only the download's own file is ever checked.
     if (!name.isEmpty() && name != CDownWorkThread::packagePath(downloadDir())) {
         qWarning() << "CUpgradeControl::slotDownloadFinish" << name << "is not the downloaded package";
-        Q_EMIT updateStatus(UPC_NetworkError);
+        reportStatus(m_transfer.number, UPC_NetworkError);
         return;
     }
+    const bool stopped = m_downloading && m_worker->isStopRequested();
+    if (!m_downloading)
+        m_transfer = {0, m_downloadUrl, m_packageSha256};
     m_installerPath = name;
     m_verified = false;
     if (m_workerThread != nullptr)
         m_workerThread->exit(0);
     m_downloading = false;
-    if (m_startAgain) {
+    if (m_nextTransfer.number != 0) {
         beginDownload();
         return;
     }
     if (name.isEmpty())
         return;
+    // The stop came after the last byte.
+    if (stopped) {
+        QFile::remove(name);
+        reportStatus(m_transfer.number, UPC_Canceled);
+        return;
+    }
     m_verified = verifyPackage(name);
     if (m_verified) {
         qDebug() << "sha256 verify success";
-        Q_EMIT updateStatus(UPC_Finished);
+        reportStatus(m_transfer.number, UPC_Finished);
         return;
     }
     qDebug() << "sha256 verify failed";
     QFile::remove(name);
-    Q_EMIT updateStatus(UPC_NetworkError);
+    reportStatus(m_transfer.number, UPC_NetworkError);
 }
 
 bool CUpgradeControl::verifyPackage(const QString& path) const
 {
     const QString digest = sha256OfFile(path);
-    qDebug() << "server sha256:" << m_packageSha256;
+    qDebug() << "server sha256:" << m_transfer.sha256;
     qDebug() << "local  sha256:" << digest;
     // A file that cannot be read equals nothing, not even the checksum that a server did not name.
-    return !digest.isEmpty() && m_packageSha256.compare(digest, Qt::CaseInsensitive) == 0;
+    return !digest.isEmpty() && m_transfer.sha256.compare(digest, Qt::CaseInsensitive) == 0;
 }
 
 void CUpgradeControl::startInstall()
 {
     qDebug() << "CUpgradeControl::startInstall" << m_installerPath;
     // The file lay in the temporary folder since its check: whatever replaced it there must not run.
-    if (!m_verified || !verifyPackage(m_installerPath) || !platform::openInstaller(m_installerPath)) {
-        m_verified = false;
-        Q_EMIT updateStatus(UPC_NetworkError);
+    const bool intact = m_verified && verifyPackage(m_installerPath);
+    m_verified = false;
+    if (intact && platform::openInstaller(m_installerPath)) {
+        QCoreApplication::quit();
         return;
     }
-    QCoreApplication::quit();
+    if (intact)
+        QFile::remove(m_installerPath);
+    // The user has just asked for it, in whatever operation this is.
+    reportStatus(m_operation, UPC_NetworkError);
 }

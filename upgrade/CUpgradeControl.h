@@ -18,6 +18,10 @@ class SettingsFile;
  *
  * It asks the server once by itself, 1800 ms after its construction, and whenever the user wants. Only a
  * package whose SHA-256 equals the one that the server announced is ever started.
+ *
+ * Each check and each download is an operation with a number of its own. The newest one that the user
+ * started is the current operation, until abandonOperation(). The signals of all operations look alike;
+ * while one is delivered, reportsCurrentOperation() says whether it belongs to the current operation.
  */
 class CUpgradeControl : public QObject
 {
@@ -40,15 +44,22 @@ public:
     /// Without \a settings the default server is asked and no version is ignored.
     explicit CUpgradeControl(std::shared_ptr<SettingsFile> settings = {}, QObject* parent = nullptr);
     /// Ends a running transfer and its thread; blocks for at most 2.5 s, in practice for milliseconds.
+    /// Deletes a package that was not started.
     ~CUpgradeControl() override;
 
     /// Downloads the package that the last positive check announced; \a url is not used. Ends with exactly
-    /// one of UPC_Finished (verified), UPC_NetworkError, UPC_Canceled and UPC_Access. A call while a
-    /// transfer is being stopped, or while one of an outdated package runs, takes effect when that one has
-    /// ended.
+    /// one of UPC_Finished (verified), UPC_NetworkError, UPC_Canceled and UPC_Access. A download of the same
+    /// package that is under way becomes the current operation again. Another one, or one that is being
+    /// stopped, ends first; what it still reports does not belong to the current operation.
     Q_INVOKABLE void startUpdate(const QString& url);
     /// Asks the running download to end, which it reports with UPC_Canceled. Nothing without one.
     Q_INVOKABLE void stopUpdate();
+    /// The user has left the current operation: stops a download, deletes a package that was not started.
+    /// What the operation still reports does not belong to the current operation, which is none from now on.
+    Q_INVOKABLE void abandonOperation();
+    /// Returns false while a signal of another operation than the current one is delivered: of an automatic
+    /// check, or of a check or download that was replaced or abandoned. Otherwise returns true.
+    Q_INVOKABLE bool reportsCurrentOperation() const;
     /// Starts the verified installer and leaves the event loop. The package is checked again first; without
     /// a verified one, or when it cannot be started, reports UPC_NetworkError and stays.
     Q_INVOKABLE void startInstall();
@@ -76,13 +87,25 @@ public Q_SLOTS:
     void slotDownloadFinish(const QString& name);
 
 private:
+    /// A download, with what the server had announced when the user asked for it.
+    struct Transfer
+    {
+        /// Of the operation; 0 without one.
+        int number = 0;
+        QString url;
+        QString sha256;
+    };
+
     void requestCheckUpdate(const QString& url, bool manual);
-    void handleCheckReply(QNetworkReply* reply, bool manual);
+    void handleCheckReply(QNetworkReply* reply, int number, bool manual);
     QString apiUrl(const QString& path) const;
     QString serverBaseUrl() const;
     void createWorker();
+    /// Starts m_nextTransfer.
     void beginDownload();
-    /// Whether the file at \a path is exactly what the server announced.
+    /// Emits updateStatus(\a status) as a report of the operation \a number.
+    void reportStatus(int number, int status);
+    /// Returns whether the file at \a path is exactly what the server announced for m_transfer.
     bool verifyPackage(const QString& path) const;
 
     const std::shared_ptr<SettingsFile> m_settings;
@@ -94,10 +117,19 @@ private:
     QString m_packageSha256;
     QString m_latestVersion;
 
-    /// A transfer is under way: from beginDownload() until slotDownloadFinish().
+    /// Number of the newest operation.
+    int m_lastNumber = 0;
+    /// Number of the current operation; 0 without one.
+    int m_operation = 0;
+    /// Number of the operation whose signal is being delivered; 0 outside of signals.
+    int m_reporting = 0;
+
+    /// The last transfer that was begun.
+    Transfer m_transfer;
+    /// Begins as soon as m_transfer has ended.
+    Transfer m_nextTransfer;
+    /// m_transfer is under way: from beginDownload() until slotDownloadFinish().
     bool m_downloading = false;
-    /// Start again as soon as the present transfer has ended.
-    bool m_startAgain = false;
-    /// m_installerPath passed its check.
+    /// m_installerPath passed its check and has not been started.
     bool m_verified = false;
 };

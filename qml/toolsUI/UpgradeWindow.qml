@@ -7,6 +7,9 @@ import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
 /// The modal dialog of an application update: asks first, then shows the download. Covers the main window.
+///
+/// It belongs to the current operation of CUpgradeControl, a check or a download, and ignores what others
+/// report. An operation ends with its dialog: closing the dialog abandons it.
 Rectangle {
     id: _rootControl
 
@@ -14,8 +17,8 @@ Rectangle {
     property int _status: 0
     /// The last CUpgradeControl.UPC_Status.
     property int _upgradeStatus: 0
-    readonly property string _btnText: _upgradeStatus === CUpgradeControl.UPC_Finished ? qsTr("install")
-                                                                                       : qsTr("Cancel upgrade")
+    readonly property bool _finished: _upgradeStatus === CUpgradeControl.UPC_Finished
+    readonly property string _btnText: _finished ? qsTr("install") : qsTr("Cancel upgrade")
     property string _downloadUrl: ""
     property string _updateMsg: ""
     property string _currentVer: ""
@@ -54,7 +57,7 @@ Rectangle {
     Accessible.role: Accessible.Dialog
     Accessible.name: _title
 
-    Keys.onEscapePressed: _status === _questionView ? _cancelQuestion() : _pressProgressButton()
+    Keys.onEscapePressed: close()
     // Keeps the keyboard in the dialog, as the area below does with the mouse.
     Keys.onPressed: event.accepted = true
 
@@ -115,6 +118,7 @@ Rectangle {
 
     function close() {
         visible = false
+        CUpgradeControl.abandonOperation()
     }
 
     function isIgnoredVersion(version) {
@@ -129,6 +133,7 @@ Rectangle {
     }
 
     function _openQuestion(manual, checking, hasUpdate) {
+        CUpgradeControl.abandonOperation()
         _status = _questionView
         _upgradeStatus = CUpgradeControl.UPC_Unknow
         _progress = 0
@@ -157,14 +162,10 @@ Rectangle {
         CUpgradeControl.startUpdate(_downloadUrl)
     }
 
-    function _pressProgressButton() {
-        var installs = _upgradeStatus === CUpgradeControl.UPC_Finished
-        if (installs)
-            CUpgradeControl.startInstall()
-        else
-            CUpgradeControl.stopUpdate()
-        // An installer that is refused at the last moment is told here, in the dialog.
-        if (!installs || _upgradeStatus === CUpgradeControl.UPC_Finished)
+    function _install() {
+        CUpgradeControl.startInstall()
+        // An installer that is refused at the last moment is reported here, in the dialog.
+        if (_finished)
             close()
     }
 
@@ -219,12 +220,15 @@ Rectangle {
     Connections {
         target: CUpgradeControl
         function onUpdateStatus(status) {
+            if (!CUpgradeControl.reportsCurrentOperation())
+                return
             _rootControl._upgradeStatus = status
             if (status === CUpgradeControl.UPC_Canceled)
                 _rootControl.close()
         }
         function onEmitdownloadProgress(progress) {
-            _rootControl._progress = Number(progress) * 100
+            if (CUpgradeControl.reportsCurrentOperation())
+                _rootControl._progress = Number(progress) * 100
         }
     }
 }

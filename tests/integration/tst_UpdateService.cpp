@@ -106,31 +106,6 @@ private Q_SLOTS:
             reports(), (QList<int>{CUpgradeControl::UPC_Start, CUpgradeControl::UPC_Canceled}), cTimeoutMs);
     }
 
-    /// The last ones: the server is gone afterwards.
-    void faults_data()
-    {
-        const test::Table<QString> table("fault");
-        for (const char* fault : {"truncated", "status:503", "redirect", "loop", "garbage", "server lost"})
-            table.row(fault, fault);
-    }
-
-    void faults()
-    {
-        QFETCH(QString, fault);
-        const bool lost = fault == QLatin1String("server lost");
-        offerGoodPackage();
-        QVERIFY(m_server.command("fault /download/* " + (lost ? "slow" : fault)));
-        m_control->startUpdate({});
-        if (lost) {
-            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(installerPath()).size() > 0, cTimeoutMs);
-            m_server.kill();
-        }
-        const QList<int> refused{CUpgradeControl::UPC_Start, CUpgradeControl::UPC_Finished,
-                                 CUpgradeControl::UPC_NetworkError};
-        QTRY_COMPARE_WITH_TIMEOUT(reports(), refused, cTimeoutMs);
-        QVERIFY(!QFileInfo::exists(installerPath()));
-    }
-
 private:
     void offerGoodPackage()
     {

@@ -2,6 +2,7 @@
 import QtQuick 2.12
 import QtQuick.Window 2.12
 import QtTest 1.12
+import CUpgradeControl 1.0
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
@@ -11,6 +12,7 @@ PageTestCase {
     property var _window: null
     // Without an instrument each packet that the window wants to send ends in this signal.
     property SignalSpy _sendAttempts: SignalSpy { target: GenToolbox.hidLink; signalName: "errorOccurred" }
+    property SignalSpy _answers: SignalSpy { target: CUpgradeControl; signalName: "manualCheckFinished" }
     readonly property var _link: GenToolbox.hidLink
     readonly property var _settings: GenToolbox.genSettings
 
@@ -242,5 +244,17 @@ PageTestCase {
         _window.toggleAlwaysOnTop()
         verify(!(_window.flags & Qt.WindowStaysOnTopHint))
         verify(_window.flags & Qt.FramelessWindowHint)
+    }
+
+    function test_updateDialogHearsItsOwnCheckOnly() {
+        // Nobody listens there.
+        _settings.setValue("apiPort", 1, "sysSettings")
+        var dialog = having(_window.contentItem, "_upgradeStatus")
+        _window.manualCheckUpdate()
+        CUpgradeControl.needUpdate2("9.9", "")
+        verify(dialog._checking)
+        dialog.close()
+        _answers.wait()
+        verify(!dialog.visible)
     }
 }

@@ -103,6 +103,12 @@ class ApplicationUpdateTest(UpgradeTestCase):
         app.wait_item("download file...")
         app.click_item("Cancel upgrade", role="push button")
         app.wait_gone("download file...")
+        # At once again: the new dialog shows the new download, not the end of the old one.
+        app.click_item("Check update")
+        app.click_item("Upgrade", role="push button")
+        app.wait_item("download file...")
+        self.desktop.key("Escape")
+        app.wait_gone("download file...")
         wait_for(lambda: not self.installer_of(app).exists(), "nothing of it stays")
 
     def test_ignored_version_is_not_offered_again(self):

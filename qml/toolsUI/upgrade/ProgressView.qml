@@ -6,7 +6,7 @@ import GenToolbox 1.0
 import "../../customize"
 import "../common"
 
-/// The progress of the download, with the button that cancels it or starts its result.
+/// The progress of the download. One button leaves it, at any time; another one starts what it brought.
 FocusScope {
     id: _root
 
@@ -15,9 +15,17 @@ FocusScope {
     /// 0 to 100; negative without a known end.
     property real progress: 0
     property bool failed: false
-    property string buttonText
+    /// The package is there and can be installed.
+    property bool finished: false
+    property string dismissText
+    property string installText
 
-    signal pressed()
+    signal dismissed()
+    signal installRequested()
+
+    // A key that was meant for the download must not start the installer.
+    onVisibleChanged: _dismiss.focus = true
+    onFinishedChanged: _dismiss.focus = true
 
     ColumnLayout {
         anchors.fill: parent
@@ -57,14 +65,30 @@ FocusScope {
             indeterminate: _root.progress < 0
         }
         Item { Layout.fillHeight: true }
-        GenTextButton {
-            objectName: "progressButton"
-            Layout.alignment: Qt.AlignHCenter
-            focus: true
-            minWidth: 150
-            minHeight: 38
-            text: _root.buttonText
-            onClicked: _root.pressed()
+        Item {
+            Layout.fillWidth: true
+            implicitHeight: 38
+
+            PillButton {
+                id: _dismiss
+
+                objectName: "dismissButton"
+                anchors.centerIn: parent
+                width: 150
+                height: parent.height
+                pointSize: 10
+                text: _root.dismissText
+                onClicked: _root.dismissed()
+            }
+            // Beside the other button, so that a click that was meant to cancel never installs.
+            GenTextButton {
+                objectName: "installButton"
+                anchors.right: parent.right
+                height: parent.height
+                visible: _root.finished
+                text: _root.installText
+                onClicked: _root.installRequested()
+            }
         }
     }
 }

@@ -26,6 +26,9 @@ FocusScope {
     signal accepted()
     signal canceled()
 
+    // The dialog may open by itself: a key that was meant for something else must not press a button.
+    onVisibleChanged: _scroll.focus = true
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 8
@@ -48,6 +51,8 @@ FocusScope {
             indeterminate: true
         }
         ScrollView {
+            id: _scroll
+
             Layout.fillWidth: true
             Layout.fillHeight: true
             visible: GenControl.isChineseLanguage()
@@ -66,6 +71,7 @@ FocusScope {
                 id: _details
 
                 objectName: "details"
+                focus: true
                 readOnly: true
                 selectByMouse: true
                 text: _root.details
@@ -116,7 +122,6 @@ FocusScope {
                 implicitWidth: 104
                 implicitHeight: 32
                 pointSize: 10
-                focus: !_root.canUpgrade
                 text: _root.cancelText
                 onClicked: _root.canceled()
             }
@@ -124,7 +129,6 @@ FocusScope {
                 objectName: "upgradeButton"
                 minWidth: 104
                 minHeight: 32
-                focus: _root.canUpgrade
                 visible: _root.canUpgrade
                 text: _root.upgradeText
                 onClicked: _root.accepted()

@@ -51,7 +51,10 @@ DialogBox {
         progress: _root.dialog._progress
         failed: _root.dialog._upgradeStatus === CUpgradeControl.UPC_NetworkError
                 || _root.dialog._upgradeStatus === CUpgradeControl.UPC_Access
-        buttonText: _root.dialog._btnText
-        onPressed: _root.dialog._pressProgressButton()
+        finished: _root.dialog._finished
+        dismissText: finished ? _root.dialog._cancelText : _root.dialog._btnText
+        installText: _root.dialog._btnText
+        onDismissed: _root.dialog.close()
+        onInstallRequested: _root.dialog._install()
     }
 }

@@ -56,19 +56,11 @@ private Q_SLOTS:
         m_control->checkUpdateNow();
         QTRY_COMPARE(m_manual->count(), 1);
         QCOMPARE(m_manual->first(), result);
-        QCOMPARE(m_status->count(), 0);
-        QCOMPARE(m_offered->count(), 0);
-    }
-
-    void requestIsAJsonPost()
-    {
-        m_server->setReply(cCheckPath, text("{}"));
-        m_control->checkUpdateNow();
-        QTRY_COMPARE(m_manual->count(), 1);
         const HttpFaultServer::Request request = m_server->requests().constFirst();
         QCOMPARE(request.method, QByteArray("POST"));
         QCOMPARE(request.headers.value("content-type"), QByteArray("application/json"));
-        QCOMPARE(QJsonDocument::fromJson(request.body).object().size(), 2);
+        QCOMPARE(m_status->count(), 0);
+        QCOMPARE(m_offered->count(), 0);
     }
 
     void networkErrors_data()
@@ -147,13 +139,10 @@ private Q_SLOTS:
         for (int i = 0; i < 20; ++i)
             m_control->checkUpdateNow();
         QTRY_COMPARE(m_manual->count(), 20);
-    }
-
-    void maySafelyGoDuringACheck()
-    {
+        // The control may go during one.
         m_server->setReply(cCheckPath, Reply::of({}, [](Reply& reply) { reply.mute = true; }));
         m_control->checkUpdateNow();
-        QTRY_COMPARE(m_server->requests().size(), 1);
+        QTRY_COMPARE(m_server->requests().size(), 21);
         m_control.reset();
     }
 };
