@@ -12,6 +12,8 @@ namespace platform {
  * child with the process id -1: ending it, which the destructor does too, would kill every process of the
  * user. For a derived class, whatever it adds, Qt uses fork(), and a failure is told by
  * errorOccurred(FailedToStart).
+ *
+ * On Windows Qt starts it with CREATE_NO_WINDOW: a console program shows no window.
  */
 class ChildProcess : public QProcess
 {

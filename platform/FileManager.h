@@ -7,12 +7,14 @@
 
 namespace platform {
 
-/// What shows the file \a path selected in its folder on Windows. The switch and the path are one argument,
-/// and the path has backslashes.
+/// Returns the Windows command that shows the file \a path selected in its folder. The switch and the path
+/// are one argument, and the path has backslashes. Only the path is quoted: Explorer does not recognize a
+/// switch within quotes.
 inline ShellCommand explorerSelectCommand(QString path)
 {
     return {QStringLiteral("explorer.exe"),
-            {QStringLiteral("/select,") + path.replace(QLatin1Char('/'), QLatin1Char('\\'))}};
+            {},
+            QStringLiteral("/select,\"%1\"").arg(path.replace(QLatin1Char('/'), QLatin1Char('\\')))};
 }
 
 /**

@@ -11,13 +11,15 @@ struct ShellCommand
 {
     QString program;
     QStringList arguments;
+    /// Windows only: the end of the command line, handed over as it is.
+    QString nativeArguments = {};
 };
 
-/// What opens the file \a path on Windows: the shell's explorer with a file URL. The path is one argument,
-/// so a user name with blanks in it does not split it.
+/// Returns the Windows command that opens the file \a path: Explorer with a file URL. Explorer splits its
+/// command line at blanks and commas outside of quotes.
 inline ShellCommand explorerCommand(const QString& path)
 {
-    return {QStringLiteral("explorer"), {QStringLiteral("file:///") + path}};
+    return {QStringLiteral("explorer"), {}, QStringLiteral("\"file:///%1\"").arg(path)};
 }
 
 /// What opens the file \a path on a Linux desktop.

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileManager.h"
 
-#include <QProcess>
+#include "platform/windows/Explorer.h"
 
 bool platform::showInFileManager(const QString& path)
 {
-    const ShellCommand command = explorerSelectCommand(path);
-    return QProcess::startDetached(command.program, command.arguments);
+    return startExplorer(explorerSelectCommand(path));
 }

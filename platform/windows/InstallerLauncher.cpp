@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/InstallerLauncher.h"
 
-#include <QProcess>
+#include "platform/windows/Explorer.h"
 
 bool platform::openInstaller(const QString& path)
 {
-    const ShellCommand command = explorerCommand(path);
-    return QProcess::startDetached(command.program, command.arguments);
+    return startExplorer(explorerCommand(path));
 }

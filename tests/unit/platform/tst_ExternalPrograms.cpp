@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileManager.h"
 #include "platform/FlashTool.h"
 #include "platform/InstallerLauncher.h"
 #include "tests/support/ScriptFolder.h"
@@ -40,10 +41,17 @@ private Q_SLOTS:
         const QString installer = "/tmp/A User's/Quorvel-installer.exe";
         QVERIFY(platform::openInstaller(installer));
         QTRY_COMPARE(scripts.calls("xdg-open"), QList<QStringList>{{installer}});
+    }
 
-        const platform::ShellCommand windows = platform::explorerCommand("C:/A User/x.exe");
-        QCOMPARE(windows.program, QStringLiteral("explorer"));
-        QCOMPARE(windows.arguments, QStringList{"file:///C:/A User/x.exe"});
+    /// A blank or a comma outside of the quotes would split the path, a switch inside of them is none.
+    void explorerGetsAQuotedPath()
+    {
+        const platform::ShellCommand open = platform::explorerCommand("C:/A User/x,%1.exe");
+        QCOMPARE(open.program, QStringLiteral("explorer"));
+        QCOMPARE(open.nativeArguments, QStringLiteral("\"file:///C:/A User/x,%1.exe\""));
+        const platform::ShellCommand show = platform::explorerSelectCommand("C:/My Documents/curve 1,2.json");
+        QCOMPARE(show.program, QStringLiteral("explorer.exe"));
+        QCOMPARE(show.nativeArguments, QStringLiteral("/select,\"C:\\My Documents\\curve 1,2.json\""));
     }
 
     void installerWithoutDesktop()

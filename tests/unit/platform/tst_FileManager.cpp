@@ -34,14 +34,6 @@ private Q_SLOTS:
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
     }
 
-    void explorerGetsOneArgument()
-    {
-        const platform::ShellCommand command =
-            platform::explorerSelectCommand("C:/My Documents/curve 1.json");
-        QCOMPARE(command.program, QStringLiteral("explorer.exe"));
-        QCOMPARE(command.arguments, QStringList{"/select,C:\\My Documents\\curve 1.json"});
-    }
-
     void folderIsOpenedWithoutABus()
     {
         for (const char* name : {"xdg-open", ""}) {
