@@ -2,6 +2,7 @@
 #include "platform/PowerShell.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 namespace platform::powershell {
 
@@ -16,13 +17,22 @@ QString elevated(const QString& script, const QString& parameters)
     // Start-Process joins its arguments with blanks as they are, so a path with blanks brings its own quotes.
     const QString path =
         script.contains(QLatin1Char(' ')) ? QLatin1Char('"') + script + QLatin1Char('"') : script;
+    // An error that is written under the preference 'Stop' ends the shell with code 1, so it overrides that.
     // Joined rather than filled in with arg(): a path may contain "%1" itself.
     return QStringLiteral("$ErrorActionPreference = 'Stop'; $script = '") + quoted(path) +
            QStringLiteral("'; $args = @('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,") +
            parameters +
            QStringLiteral(
                "); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args -Verb RunAs "
-               "-Wait -PassThru;   exit $p.ExitCode } catch {   Write-Error $_; exit 1223 }");
+               "-Wait -PassThru;   exit $p.ExitCode } "
+               "catch {   Write-Error $_ -ErrorAction Continue; exit 1223 }");
+}
+
+/// \a path for a parameter that takes wildcards: brackets stand for themselves.
+QString wildcardLiteral(QString path)
+{
+    static const QRegularExpression special(QStringLiteral("([\\[\\]`])"));
+    return path.replace(special, QStringLiteral("`\\1"));
 }
 
 } // namespace
@@ -35,7 +45,9 @@ QStringList arguments(const QString& command)
 
 QString quoted(QString text)
 {
-    return text.replace(QLatin1Char('\''), QLatin1String("''"));
+    // Also the typographic ones, U+2018 to U+201B.
+    static const QRegularExpression apostrophe(QStringLiteral("(['\\x{2018}-\\x{201B}])"));
+    return text.replace(apostrophe, QStringLiteral("\\1\\1"));
 }
 
 QString pnpKey(const QString& vid, const QString& pid)
@@ -48,12 +60,12 @@ QString deviceQuery(const QString& key)
     return QStringLiteral(
                "$ids = Get-CimInstance Win32_PnPEntity | Select-Object -ExpandProperty PNPDeviceID; "
                "$ids | Where-Object { $_ -like '*%1*' }")
-        .arg(key);
+        .arg(quoted(key));
 }
 
 QString compressCommand(const QString& folder, const QString& archive)
 {
-    return QStringLiteral("Compress-Archive -Path '") + quoted(folder) +
+    return QStringLiteral("Compress-Archive -Path '") + quoted(wildcardLiteral(folder)) +
            QStringLiteral("\\*' -DestinationPath '") + quoted(archive) + QStringLiteral("' -Force");
 }
 

@@ -26,7 +26,7 @@ inline QString program()
 /// The arguments that run \a command.
 QStringList arguments(const QString& command);
 
-/// \a text for use between apostrophes: every apostrophe doubled.
+/// Returns \a text for use between apostrophes, with every character doubled that PowerShell takes for one.
 QString quoted(QString text);
 
 /// What Windows calls the USB device \a vid, \a pid (four hexadecimal digits each): "VID_1F3A&PID_EFE8".

@@ -38,13 +38,14 @@ class PowerShellTest : public TestCase
 private Q_SLOTS:
     void driverCommands()
     {
-        const QString script = "C:\\O'Neil\\100%1\\install.ps1";
-        const QString begin = "$ErrorActionPreference = 'Stop'; $script = "
-                              "'C:\\O''Neil\\100%1\\install.ps1'; $args = "
-                              "@('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,";
+        const QString script = QString::fromUtf8("C:\\O'Neil\\100%1\\‘’‚‛“\\install.ps1");
+        const QString begin =
+            QString::fromUtf8("$ErrorActionPreference = 'Stop'; $script = "
+                              "'C:\\O''Neil\\100%1\\‘‘’’‚‚‛‛“\\install.ps1'; $args = "
+                              "@('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,");
         const QString end = "); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args "
                             "-Verb RunAs -Wait -PassThru;   exit $p.ExitCode } catch {   "
-                            "Write-Error $_; exit 1223 }";
+                            "Write-Error $_ -ErrorAction Continue; exit 1223 }";
         QCOMPARE(powershell::installDriverCommand(script),
                  begin + QStringLiteral("'-TrustBundledCertificate','-ScanDevices','-ForceBind'") + end);
         QCOMPARE(powershell::uninstallDriverCommand(script), begin + QStringLiteral("'-ScanDevices'") + end);
@@ -90,14 +91,14 @@ private Q_SLOTS:
         const test::ScriptFolder scripts;
         scripts.addRecorder("powershell", "echo done; echo 'and a warning' >&2; exit 4");
         const ArchiveOutcome outcome =
-            powershell::archiveFolder("/home/o'neil/Logs", "/home/o'neil/''x.zip", runForReal, false);
+            powershell::archiveFolder("/home/o'neil [x]/Logs", "/home/o'neil/''x.zip", runForReal, false);
         QVERIFY(outcome.ran);
         QCOMPARE(outcome.exitCode, 4);
         QCOMPARE(outcome.standardOutput, QStringLiteral("done\n"));
         QCOMPARE(outcome.standardError, QStringLiteral("and a warning\n"));
         QCOMPARE(scripts.calls("powershell"),
                  QList<QStringList>{
-                     shellArguments("Compress-Archive -Path '/home/o''neil/Logs\\*' -DestinationPath "
+                     shellArguments("Compress-Archive -Path '/home/o''neil `[x`]/Logs\\*' -DestinationPath "
                                     "'/home/o''neil/''''x.zip' -Force")});
     }
 };
