@@ -8,7 +8,8 @@
  * A text log with one file per day in the log folder. The file is opened, appended to and closed for each
  * line, so that nothing is lost in a crash and a file can be read, moved or deleted at any time.
  *
- * Holds no state that changes: any thread may append. A line that cannot be written is lost silently.
+ * Any thread may append; lines of several threads follow one another. Every entry ends in one line end of the
+ * platform, even when its text ends in line ends already. A line that cannot be written is lost silently.
  */
 class DailyLog
 {
@@ -22,7 +23,7 @@ public:
     QString filePath(const QDateTime& when) const;
     /// Appends "[yyyy-MM-dd HH:mm:ss.zzz] " and \a message as one line.
     void append(const QString& message, const QDateTime& now = QDateTime::currentDateTime()) const;
-    /// Appends \a line as it is, to the file of the day of \a now.
+    /// Appends \a line without a time, to the file of the day of \a now.
     void appendLine(const QString& line, const QDateTime& now = QDateTime::currentDateTime()) const;
 
 private:

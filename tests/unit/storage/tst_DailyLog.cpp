@@ -22,11 +22,13 @@ private Q_SLOTS:
         const QDateTime late(QDate(2026, 3, 1), QTime(23, 59, 59, 999));
         log.append(QString::fromUtf8("a Ω"), late);
         log.append(QStringLiteral("%1 stays"), late.addMSecs(1));
+        log.appendLine("two\r\nlines\r\n\n", late.addMSecs(1));
         log.appendLine("bare", late.addMSecs(1));
         QCOMPARE(log.filePath(late), DataFolders::logs() + QStringLiteral("/day_20260301.log"));
-        QCOMPARE(test::contentOf(log.filePath(late)), QByteArray("[2026-03-01 23:59:59.999] a \xCE\xA9\n"));
+        QCOMPARE(test::contentOf(log.filePath(late)), "[2026-03-01 23:59:59.999] a \xCE\xA9" + m_lineEnd);
         QCOMPARE(test::contentOf(log.filePath(late.addMSecs(1))),
-                 QByteArray("[2026-03-02 00:00:00.000] %1 stays\nbare\n"));
+                 "[2026-03-02 00:00:00.000] %1 stays" + m_lineEnd + "two" + m_lineEnd + "lines" + m_lineEnd +
+                     "bare" + m_lineEnd);
     }
 
     void threadsDoNotTearLines()
@@ -42,12 +44,16 @@ private Q_SLOTS:
         }
         for (std::thread& writer : writers)
             writer.join();
-        const QList<QByteArray> lines = test::contentOf(log.filePath(when)).split('\n');
+        const QList<QByteArray> lines =
+            test::contentOf(log.filePath(when)).replace(m_lineEnd, "\n").split('\n');
         QCOMPARE(lines.size(), 201);
         const QList<QByteArray> written = lines.mid(0, 200);
         for (const QByteArray& line : written)
             QCOMPARE(line, QByteArray(200, line.at(0)));
     }
+
+private:
+    const QByteArray m_lineEnd = QDir::separator() == QLatin1Char('\\') ? "\r\n" : "\n";
 };
 
 QUORVEL_TEST_MAIN(DailyLogTest, QCoreApplication)
