@@ -12,7 +12,8 @@ missing, 5 no administrator rights, any other the code of the Windows tool that 
 
 .PARAMETER TrustBundledCertificate
 Trusts the certificate that the driver package is signed with. A package that ships without a signature gets
-one here, with a certificate made on this computer for nothing else, whose private key is deleted at once.
+one here, with a certificate made on this computer for nothing else, whose private key is deleted at once. A
+successful run removes the certificates of earlier runs, and a failed run its own.
 
 .PARAMETER ScanDevices
 Looks for new devices afterwards, so that a controller that is plugged in is bound without being replugged.
@@ -53,6 +54,11 @@ function Test-Administrator {
     return $principal.IsInRole([Security.Principal.WindowsBuiltInRole]::Administrator)
 }
 
+# The certificates that this run has put into a store, as paths.
+$script:addedCertificates = @()
+# The thumbprint of the certificate that this run has made.
+$script:madeThumbprint = ''
+
 # Puts a certificate into the two stores that the driver installation asks.
 function Add-TrustedCertificate([Security.Cryptography.X509Certificates.X509Certificate2]$certificate) {
     foreach ($storeName in @('Root', 'TrustedPublisher')) {
@@ -62,6 +68,7 @@ function Add-TrustedCertificate([Security.Cryptography.X509Certificates.X509Cert
             $known = $store.Certificates.Find('FindByThumbprint', $certificate.Thumbprint, $false)
             if ($known.Count -eq 0) {
                 $store.Add($certificate)
+                $script:addedCertificates += "Cert:\LocalMachine\$storeName\$($certificate.Thumbprint)"
                 Write-Output "Certificate $($certificate.Thumbprint) is trusted now ($storeName)."
             }
         } finally {
@@ -70,11 +77,37 @@ function Add-TrustedCertificate([Security.Cryptography.X509Certificates.X509Cert
     }
 }
 
-# Signs the package in $folder with a certificate made for it, and returns the public half.
+# Takes the certificates of this run out of the stores again.
+function Remove-AddedCertificate {
+    foreach ($path in $script:addedCertificates) {
+        Remove-Item -Path $path -ErrorAction Continue
+    }
+}
+
+# Removes the certificates that earlier runs made. Making one leaves a copy of it in the store 'CA', and an
+# interrupted run the one with its key in 'My'. One that cannot be removed does not fail this run.
+function Remove-EarlierCertificate {
+    foreach ($storeName in @('Root', 'TrustedPublisher', 'CA', 'My')) {
+        $earlier = @(Get-ChildItem -Path "Cert:\LocalMachine\$storeName" | Where-Object {
+                $_.Subject -eq $CertificateSubject -and $_.Thumbprint -ne $script:madeThumbprint
+            })
+        foreach ($certificate in $earlier) {
+            if ($certificate.HasPrivateKey) {
+                Remove-Item -Path $certificate.PSPath -DeleteKey -ErrorAction Continue
+            } else {
+                Remove-Item -Path $certificate.PSPath -ErrorAction Continue
+            }
+        }
+    }
+}
+
+# Signs the package in $folder with a certificate made for it and trusts that certificate.
 function New-PackageSignature([string]$folder) {
     $catalog = Join-Path $folder $CatalogName
     $certificate = New-SelfSignedCertificate -Subject $CertificateSubject -Type CodeSigningCert `
         -CertStoreLocation 'Cert:\LocalMachine\My' -NotAfter (Get-Date).AddYears(10)
+    $script:madeThumbprint = $certificate.Thumbprint
+    $copy = "Cert:\LocalMachine\CA\$($certificate.Thumbprint)"
     try {
         $public = New-Object Security.Cryptography.X509Certificates.X509Certificate2(, $certificate.RawData)
         # The signature is valid only while its certificate is trusted.
@@ -87,6 +120,7 @@ function New-PackageSignature([string]$folder) {
     } finally {
         # With its key: nothing else can ever be signed with a certificate that this computer trusts.
         Remove-Item -Path "Cert:\LocalMachine\My\$($certificate.Thumbprint)" -DeleteKey
+        if (Test-Path -Path $copy) { Remove-Item -Path $copy -ErrorAction Continue }
     }
 }
 
@@ -120,6 +154,7 @@ public static extern bool UpdateDriverForPlugAndPlayDevicesW(
 }
 
 $work = $null
+$installed = $false
 try {
     if (-not (Test-Administrator)) {
         Stop-Script $ExitAccessDenied 'The driver can only be installed with administrator rights.'
@@ -151,6 +186,9 @@ try {
     if ($code -notin @(0, $NoMoreItems, $RebootRequired)) {
         Stop-Script $code "Windows refused the driver package (pnputil exit code $code)."
     }
+    # Windows holds the package from here on, whatever becomes of the binding: its certificate stays.
+    $installed = $true
+    Remove-EarlierCertificate
     if ($ScanDevices) {
         # Older releases of Windows 10 know no such command; a replugged device is found there as well.
         $scan = Invoke-PnpUtil @('/scan-devices')
@@ -166,6 +204,7 @@ try {
 } catch {
     Stop-Script 1 "The driver could not be installed: $($_.Exception.Message)"
 } finally {
+    if (-not $installed) { Remove-AddedCertificate }
     if ($work -and (Test-Path -LiteralPath $work)) {
         Remove-Item -LiteralPath $work -Recurse -Force -ErrorAction SilentlyContinue
     }

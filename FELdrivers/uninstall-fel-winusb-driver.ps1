@@ -5,7 +5,8 @@ Removes the WinUSB driver of the controller in its boot mode (USB 1F3A:EFE8).
 
 .DESCRIPTION
 Needs administrator rights and Windows 10 or later. Removes every installed version of the package, from the
-devices that use it too, and the certificates that its installation made. Without one it has nothing to do.
+devices that use it too, and every certificate that an installation made or trusted. Without one it has nothing
+to do.
 
 Exit codes: 0 the driver is gone, 5 no administrator rights, any other the code of the Windows tool that failed.
 
@@ -21,6 +22,7 @@ Set-StrictMode -Version 2
 $ErrorActionPreference = 'Stop'
 
 $InfName = 'quorvel-fel-winusb.inf'
+$CertificateName = 'quorvel-fel-winusb.cer'
 $CertificateSubject = 'CN=Quorvel FEL driver (this computer)'
 $ExitAccessDenied = 5
 $RebootRequired = 3010
@@ -60,11 +62,29 @@ function Get-InstalledPackage {
     return $packages
 }
 
+# Removes the certificates that installations made. Making one leaves a copy of it in the store 'CA', and an
+# interrupted installation the one with its key in 'My'.
 function Remove-MadeCertificate {
+    foreach ($storeName in @('Root', 'TrustedPublisher', 'CA', 'My')) {
+        $made = @(Get-ChildItem -Path "Cert:\LocalMachine\$storeName" |
+                Where-Object { $_.Subject -eq $CertificateSubject })
+        foreach ($certificate in $made) {
+            if ($certificate.HasPrivateKey) {
+                Remove-Item -Path $certificate.PSPath -DeleteKey
+            } else {
+                Remove-Item -Path $certificate.PSPath
+            }
+        }
+    }
+}
+
+# Stops trusting the certificate that a signed package brings along in $file.
+function Remove-BundledCertificate([string]$file) {
+    if (-not (Test-Path -LiteralPath $file)) { return }
+    $certificate = New-Object Security.Cryptography.X509Certificates.X509Certificate2($file)
     foreach ($storeName in @('Root', 'TrustedPublisher')) {
-        Get-ChildItem "Cert:\LocalMachine\$storeName" |
-            Where-Object { $_.Subject -eq $CertificateSubject } |
-            ForEach-Object { Remove-Item -Path $_.PSPath }
+        $path = "Cert:\LocalMachine\$storeName\$($certificate.Thumbprint)"
+        if (Test-Path -Path $path) { Remove-Item -Path $path }
     }
 }
 
@@ -80,6 +100,7 @@ try {
         }
     }
     Remove-MadeCertificate
+    Remove-BundledCertificate (Join-Path (Split-Path -Parent $MyInvocation.MyCommand.Path) $CertificateName)
     if ($ScanDevices) {
         # Older releases of Windows 10 know no such command; a replugged device is found there as well.
         $scan = Invoke-PnpUtil @('/scan-devices')
