@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <csignal>
-#include <sys/resource.h>
+#include <QtGlobal>
 
 namespace test {
 
@@ -11,25 +10,16 @@ namespace test {
 class FileSizeLimit
 {
 public:
-    explicit FileSizeLimit(rlim_t bytes) : m_signalBefore(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
+    /// Whether this system can limit a process so. Where it cannot, an object of this class does nothing.
+    static bool isSupported();
 
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signalBefore);
-    }
-
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    explicit FileSizeLimit(qint64 bytes);
+    ~FileSizeLimit();
+    Q_DISABLE_COPY(FileSizeLimit)
 
 private:
-    rlimit m_before{};
-    void (*m_signalBefore)(int);
+    qint64 m_limitBefore = 0;
+    void (*m_signalBefore)(int) = nullptr;
 };
 
 } // namespace test

@@ -4,12 +4,12 @@
 // the place of the controller's flash. See Behaviour.h for what can be made to go wrong.
 
 #include "Behaviour.h"
+#include "Crash.h"
 #include "FlashImage.h"
 #include "ProgressBar.h"
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -69,7 +69,7 @@ int faultAt(double percent, const Behaviour& behaviour)
         return fail(cExitTransferFailure,
                     "usb_bulk_send() ERROR -4: No such device (it may have been disconnected)");
     if (due(behaviour.crashAtPercent))
-        std::raise(SIGKILL);
+        crash();
     if (due(behaviour.stallAtPercent))
         hang();
     return 0;

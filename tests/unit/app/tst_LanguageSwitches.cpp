@@ -4,10 +4,10 @@
 #include "platform/Allocator.h"
 #include "system/SystemManager.h"
 #include "tests/qml/TestInstrument.h"
+#include "tests/support/ProcessMemory.h"
 #include "tests/support/TestCase.h"
 
 #include <QAbstractItemModel>
-#include <QFile>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -16,7 +16,6 @@
 #include <QtTest>
 
 #include <array>
-#include <malloc.h>
 
 namespace {
 
@@ -42,25 +41,11 @@ constexpr bool cMemoryTells = false;
 constexpr bool cMemoryTells = true;
 #endif
 
-/// What the process uses, in KiB.
-struct Memory
-{
-    /// In small blocks of the heap; the large ones are pictures and textures.
-    qint64 allocatedKb = 0;
-    qint64 residentKb = 0;
-};
-
-/// Without what only waits to be collected; zeroes when unknown.
-Memory usedMemory(QQmlEngine& engine)
+/// Without what only waits to be collected.
+std::optional<test::ProcessMemory> usedMemory(QQmlEngine& engine)
 {
     engine.collectGarbage();
-    malloc_trim(0);
-    QFile status("/proc/self/status");
-    if (!status.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray text = status.readAll();
-    return {qint64(mallinfo2().uordblks / 1024),
-            text.mid(text.indexOf("VmRSS:") + 6).simplified().split(' ').first().toLongLong()};
+    return test::processMemory();
 }
 
 /// The first item of the tree that has a property of that name.
@@ -135,7 +120,7 @@ private Q_SLOTS:
 
         const std::array<QString, 2> applyTexts{"应用", "Apply"};
         std::array<QStringList, 2> texts;
-        Memory before;
+        std::optional<test::ProcessMemory> before;
         for (int count = 1; count <= cSwitches; ++count) {
             QVERIFY(switchLanguage());
             const auto language = size_t(genApp()->currentLanguage());
@@ -152,15 +137,15 @@ private Q_SLOTS:
         QVERIFY(texts.front() != texts.back());
         QCOMPARE(currentPage(), page);
         QCOMPARE(host->property("text").toString(), QStringLiteral("http://being.typed"));
-        if (!cMemoryTells)
+        const std::optional<test::ProcessMemory> after = usedMemory(*qmlEngine(m_window));
+        if (!cMemoryTells || !before || !after)
             return;
-        QVERIFY(before.residentKb > 0);
-        const Memory after = usedMemory(*qmlEngine(m_window));
-        const qint64 allocatedKb = after.allocatedKb - before.allocatedKb;
-        const qint64 residentKb = after.residentKb - before.residentKb;
+        QVERIFY(before->residentKb > 0);
+        const qint64 allocatedKb = after->allocatedKb - before->allocatedKb;
+        const qint64 residentKb = after->residentKb - before->residentKb;
         qInfo() << cSwitches - cWarmUpSwitches << "switches:" << allocatedKb << "KiB more allocated than"
-                << before.allocatedKb << "KiB," << residentKb << "KiB more resident than"
-                << before.residentKb;
+                << before->allocatedKb << "KiB," << residentKb << "KiB more resident than"
+                << before->residentKb;
         QVERIFY2(allocatedKb <= cHighestAllocatedKb, qPrintable(QString::number(allocatedKb)));
         QVERIFY2(residentKb <= cHighestResidentKb, qPrintable(QString::number(residentKb)));
     }

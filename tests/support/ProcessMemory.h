@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+#include <optional>
+
+namespace test {
+
+/// What this process uses, in KiB.
+struct ProcessMemory
+{
+    /// In small blocks of the heap; the large ones are pictures and textures.
+    qint64 allocatedKb = 0;
+    qint64 residentKb = 0;
+};
+
+/// Returns free memory to the system and measures the rest; empty where the system does not tell both
+/// numbers.
+std::optional<ProcessMemory> processMemory();
+
+} // namespace test
