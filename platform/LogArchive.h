@@ -1,22 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/ArchiveOutcome.h"
 #include "platform/ProcessRunner.h"
 
 #include <QString>
 
 namespace platform {
-
-/// How packing a folder ended; the texts are for the log.
-struct ArchiveOutcome
-{
-    /// Whether the archiver ran to its end.
-    bool ran = false;
-    /// 0 when the archive is complete, else the archiver's code; -1 when it did not end by itself.
-    int exitCode = -1;
-    QString standardOutput;
-    QString standardError;
-};
 
 /// Packs every file of \a folder into the zip file \a archive, which must not exist. Any thread. On
 /// failure a partial file may remain under the name of the archive on Windows only, never on Linux.

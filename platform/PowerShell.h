@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/LogArchive.h"
+#include "platform/ArchiveOutcome.h"
 #include "platform/ProcessRunner.h"
 #include "platform/UsbInventory.h"
 
