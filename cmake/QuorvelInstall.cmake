@@ -15,10 +15,7 @@ install(TARGETS quorvel RUNTIME DESTINATION "${QUORVEL_HOME}")
 install(FILES "${PROJECT_SOURCE_DIR}/pack/Quorvel.ini" DESTINATION "${QUORVEL_HOME}/pack")
 install(FILES "${PROJECT_SOURCE_DIR}/plugins/sunxi-tools/README.md"
         DESTINATION "${QUORVEL_HOME}/plugins/sunxi-tools")
-install(
-    FILES "${PROJECT_SOURCE_DIR}/fonts/NOTICE"
-    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-    RENAME NOTICE.font)
+install(FILES "${PROJECT_SOURCE_DIR}/fonts/NOTICE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME NOTICE.font)
 
 if(WIN32)
     install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
@@ -33,18 +30,17 @@ if(WIN32)
     install(PROGRAMS ${quorvel_flash_tool} DESTINATION "${QUORVEL_HOME}/plugins/sunxi-tools")
 else()
     set(linux_files "${PROJECT_SOURCE_DIR}/packaging/linux")
-    install(
-        CODE "file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
+    install(CODE "file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
 file(CREATE_LINK \"../${QUORVEL_HOME}/quorvel\"
      \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/quorvel\" SYMBOLIC)")
     # The licence's own text is part of the system; what applies to which file is said here.
     install(FILES "${linux_files}/debian/copyright" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
     # udev reads rules from lib only, whatever the libraries' folder is called.
     install(FILES "${linux_files}/70-quorvel.rules" DESTINATION lib/udev/rules.d)
-    install(FILES "${linux_files}/org.quorvel.Quorvel.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
-    install(FILES "${linux_files}/org.quorvel.Quorvel.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
-    install(
-        FILES "${PROJECT_SOURCE_DIR}/res/quorvel-icon.svg"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps"
-        RENAME org.quorvel.Quorvel.svg)
+    install(FILES "${linux_files}/org.quorvel.Quorvel.desktop"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+    install(FILES "${linux_files}/org.quorvel.Quorvel.metainfo.xml"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
+    install(FILES "${PROJECT_SOURCE_DIR}/res/quorvel-icon.svg"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps" RENAME org.quorvel.Quorvel.svg)
 endif()

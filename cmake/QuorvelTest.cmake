@@ -13,7 +13,8 @@ function(quorvel_add_unit_test name)
     quorvel_configure(${name})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     # Libraries named by the test come first: a fake that defines a library's functions wins over it.
-    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} quorvel_test_support quorvel_${ARG_LAYER} Qt5::Test)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} quorvel_test_support quorvel_${ARG_LAYER}
+                                          Qt5::Test)
     add_test(NAME ${name} COMMAND ${ARG_LAUNCHER} $<TARGET_FILE:${name}>)
     # A launcher may preload a library, in front of which the address sanitizer wants to be.
     set(environment QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=verify_asan_link_order=0
