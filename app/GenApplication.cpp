@@ -2,6 +2,8 @@
 #include "app/GenApplication.h"
 
 #include "app/GenToolbox.h"
+#include "instrument/MultimeterReading.h"
+#include "instrument/UiControl.h"
 #include "qmlsupport/ChartSeriesFiller.h"
 #include "qmlsupport/GenControlQmlGlobal.h"
 #include "qmlsupport/ScreenToolsController.h"
@@ -94,6 +96,10 @@ void GenApplication::registerQmlTypes()
                                                     "ScreenToolsController", provide<ScreenToolsController>);
     qmlRegisterSingletonType<CUpgradeControl>("CUpgradeControl", 1, 0, "CUpgradeControl",
                                               provideUpgradeControl);
+    qmlRegisterUncreatableMetaObject(PacketCodec::staticMetaObject, "Instrument", 1, 0, "Instrument",
+                                     QStringLiteral("Enumerations only"));
+    qmlRegisterUncreatableType<MultimeterReading>("Instrument", 1, 0, "MultimeterReading",
+                                                  QStringLiteral("Enumerations only"));
 }
 
 void GenApplication::prepareEngine(QQmlEngine& engine)

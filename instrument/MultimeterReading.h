@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QObject>
 #include <QString>
 
 /// One reading as the multimeter reports it: the instrument's function and the text on its display.
 struct MultimeterReading
 {
+    Q_GADGET
+
+public:
     /// The instrument's functions, as the mode byte of a reading names them.
     enum Mode { None = 0, Voltage = 1, Resistance = 2, Capacitance = 3, Diode = 4, Buzzer = 5 };
+    Q_ENUM(Mode)
 
     /// \a text as received, with its unit words normalised and split into number and unit.
     static MultimeterReading fromText(int mode, const QString& text);

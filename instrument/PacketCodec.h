@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "instrument/UiControl.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -33,21 +35,6 @@ enum class Type : quint8 {
     DeviceLog = 0x05,
     UiControl = 0x10,
 };
-
-/// Who asks whom in a UI-control packet.
-enum UiDirection { HostRequest = 1, InstrumentReport = 2 };
-/// The instrument's screens, layer0 of a UI-control packet.
-enum Screen { MainSupplyScreen = 1, TypeCScreen = 2, WaveScreen = 3, MultimeterScreen = 4 };
-/// The multimeter's functions, layer1 of a UI-control packet for the multimeter screen.
-enum MultimeterFunction {
-    VoltageFunction,
-    ResistanceFunction,
-    CapacitanceFunction,
-    DiodeFunction,
-    BuzzerFunction
-};
-/// A layer that a UI-control packet does not give.
-constexpr int cLayerNotGiven = 255;
 
 /// Floats in one curve packet.
 constexpr int cCurvePointsPerPacket = 14;

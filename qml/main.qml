@@ -7,6 +7,7 @@ import CUpgradeControl 1.0
 import GenControl 1.0
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
+import Instrument 1.0
 
 import "./customize"
 import "./customize/Format.js" as Format
@@ -61,17 +62,15 @@ ApplicationWindow {
         GenToolbox.genSettings.dValue("windowBackgroundOpacity", 0.92, "sysSettings"), 0, 1)
     readonly property real windowBackdropShieldOpacity: Math.max(0, Math.min(0.16, (0.42 - windowBackgroundOpacity)
                                                                              * 0.36))
-    readonly property int _hid10ScreenMainPower: 1
-    readonly property int _hid10ScreenUsb: 2
-    readonly property int _hid10ScreenWave: 3
-    readonly property int _hid10ScreenGauge: 4
+    readonly property int _hid10ScreenMainPower: Instrument.MainSupplyScreen
+    readonly property int _hid10ScreenUsb: Instrument.TypeCScreen
+    readonly property int _hid10ScreenWave: Instrument.WaveScreen
+    readonly property int _hid10ScreenGauge: Instrument.MultimeterScreen
 
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
     readonly property real _titleBarHeight: _dfw * 6
-    // layer0 of a packet for a page that the instrument does not have; also "leave this layer alone".
-    readonly property int _hid10NoScreen: 255
-    readonly property int _hid10FromHost: 1
-    readonly property int _hid10FromInstrument: 2
+    // layer0 for a page that the instrument does not have; in the other layers of a packet, "no change".
+    readonly property int _hid10NoScreen: Instrument.LayerNotGiven
     // The instrument's screen of each page, in page order.
     readonly property var _hid10Screens: [_hid10ScreenMainPower, _hid10ScreenWave, _hid10ScreenGauge, _hid10ScreenUsb]
     readonly property bool _settledNormal: visibility !== Window.Minimized && visibility !== Window.Maximized
@@ -225,12 +224,13 @@ ApplicationWindow {
         var layer0 = hid10Layer0ForPageIndex(index)
         if (_suppressUiControlSync || layer0 === _hid10NoScreen)
             return
-        GenToolbox.hidLink.sendUiControlPacket(layer0, _hid10NoScreen, _hid10NoScreen, _hid10NoScreen, _hid10FromHost)
+        GenToolbox.hidLink.sendUiControlPacket(layer0, _hid10NoScreen, _hid10NoScreen, _hid10NoScreen,
+                                               Instrument.HostRequest)
     }
 
     function applyUpperUiControl(direction, layer0, layer1, layer2, layer3) {
         var page = pageIndexForHid10Layer0(layer0)
-        if (direction !== _hid10FromInstrument || page < 0)
+        if (direction !== Instrument.InstrumentReport || page < 0)
             return
         _suppressUiControlSync = true
         _pages.showPage(page)

@@ -73,7 +73,8 @@ MeasurementPage {
             return
         _selectedGaugeMode = mode
         _buzzerRequested = mode === Modes.buzzer
-        GenToolbox.hidLink.sendUiControlPacket(Modes.screen, layer1, 255, 255, 1)
+        GenToolbox.hidLink.sendUiControlPacket(Modes.screen, layer1, Modes.layerNotGiven,
+                                               Modes.layerNotGiven, Modes.fromHost)
     }
 
     function applyMeasuredMode(mode) {

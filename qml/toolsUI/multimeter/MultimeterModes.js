@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
+.import Instrument 1.0 as Link
 
-// The functions of the multimeter as the instrument numbers them: the mode that its readings carry, and
-// the layer1 of its multimeter screen.
+// The functions of the multimeter: the mode that its readings carry, 1 to 5, and the layer1 of its screen, 0 to 4.
 
-var none = 0
-var diode = 4
-var buzzer = 5
-var functionCount = 5
-var screen = 4
-var layerNotGiven = 255
+var none = Link.MultimeterReading.None
+var diode = Link.MultimeterReading.Diode
+var buzzer = Link.MultimeterReading.Buzzer
+var functionCount = Link.Instrument.BuzzerFunction + 1
+var screen = Link.Instrument.MultimeterScreen
+var layerNotGiven = Link.Instrument.LayerNotGiven
+var fromHost = Link.Instrument.HostRequest
 
 function layer1OfMode(mode) {
     return mode >= 1 && mode <= functionCount ? mode - 1 : layerNotGiven
