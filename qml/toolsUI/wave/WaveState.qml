@@ -4,18 +4,14 @@ import QtQuick.Window 2.12
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
-import "../../customize"
 import "../../customize/Format.js" as Format
+import "../common"
 import "WaveView.js" as WaveView
 
 /// What the wave page knows: the samples, the part of them in view, what the instrument said last, its settings and
 /// the state of cursor and drag. Nothing here draws.
-Rectangle {
+PageBase {
     id: _state
-
-    // Given by the main window while an edge is dragged; the charts are then scaled instead of redrawn.
-    property bool resizingWindow: false
-    property var hidLink: GenToolbox.hidLink
 
     property var _voltageSamples: []
     property var _currentSamples: []
@@ -79,8 +75,6 @@ Rectangle {
     // The arrays do not tell when they change; this follows their length for what is bound to it.
     property int _sampleCount: 0
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
-    readonly property real pageBackgroundOpacity: Window.window && Window.window.windowBackgroundOpacity !== undefined
-                                                  ? Window.window.windowBackgroundOpacity : 1
     readonly property bool _onScreen: visible && Window.visibility !== Window.Hidden
                                       && Window.visibility !== Window.Minimized
     readonly property bool _drawing: _onScreen && !resizingWindow
@@ -92,11 +86,6 @@ Rectangle {
     on_ConnectedChanged: {
         if (!_connected)
             _interruptions = WaveView.interruptedAt(_interruptions, _voltageSamples.length, Number(hidLink.mainTimeSec))
-    }
-
-    gradient: Gradient {
-        GradientStop { position: 0; color: _state.bgColor(PageStyle.pageTop, 1) }
-        GradientStop { position: 1; color: _state.bgColor(PageStyle.pageBottom, 1) }
     }
 
     function loadViewSettings() {
@@ -122,7 +111,6 @@ Rectangle {
     function formatSeconds(value) { return Format.formatSeconds(value, WaveView.unknownTime) }
     function formatHoverSeconds(value) { return Format.formatSeconds(value, WaveView.unknownTime) }
     function formatPreviewSeconds(value) { return Format.formatSeconds(value) }
-    function bgColor(colorValue, opacity) { return Format.withAlpha(colorValue, opacity * pageBackgroundOpacity) }
 
     function responsiveTickCount(pixelWidth, maxCount, minCount) {
         return WaveView.responsiveTickCount(pixelWidth, maxCount, minCount, _dfw)
