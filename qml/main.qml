@@ -84,10 +84,10 @@ ApplicationWindow {
     minimumWidth: _dfw * (ScreenTools.isCompactDesktop ? 78 : 90)
     minimumHeight: _dfw * (ScreenTools.isCompactDesktop ? 54 : 62)
 
-    // What the controls take from their style.
-    palette.button: "#2FAFA4"
-    palette.mid: "#46535E"
-    palette.window: "#EAF2F7"
+    // Controls take these from their style.
+    palette.button: PageStyle.sliderTone
+    palette.mid: PageStyle.sliderDisabled
+    palette.window: PageStyle.sliderHandle
 
     Behavior on _leftMenuWidth {
         NumberAnimation { duration: 220; easing.type: Easing.OutCubic }

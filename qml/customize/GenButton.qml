@@ -4,6 +4,7 @@ import QtQuick.Controls 1.4
 import QtQuick.Controls.Styles 1.4
 import GenToolbox 1.0
 
+import "EnterKey.js" as EnterKey
 import "Format.js" as Format
 
 Button {
@@ -33,8 +34,7 @@ Button {
 
     Accessible.name: text
 
-    Keys.onReturnPressed: _triggerByKey()
-    Keys.onEnterPressed: _triggerByKey()
+    Keys.onPressed: EnterKey.activate(event, _triggerByKey)
 
     onHoveredChanged: {
         _hoverForcedOff = false
@@ -118,7 +118,7 @@ Button {
                     visible: String(_root.iconSource).length > 0
                     width: height
                     height: _text.implicitHeight
-                    color: "white"
+                    color: PageStyle.buttonPicture
                     source: _root.iconSource
                 }
                 Text {

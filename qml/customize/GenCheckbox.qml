@@ -4,6 +4,8 @@ import QtQuick.Controls 2.12
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
+import "EnterKey.js" as EnterKey
+
 CheckBox {
     id: control
 
@@ -39,8 +41,7 @@ CheckBox {
         wrapMode: Text.WordWrap
     }
 
-    Keys.onReturnPressed: _toggleByKey()
-    Keys.onEnterPressed: _toggleByKey()
+    Keys.onPressed: EnterKey.activate(event, _toggleByKey)
 
     function _toggleByKey() {
         toggle()

@@ -5,7 +5,7 @@ import QtQuick 2.12
 Item {
     id: _root
 
-    property color color: "white"
+    property color color: PageStyle.buttonPicture
     property alias asynchronous: _image.asynchronous
     property alias cache: _image.cache
     property alias fillMode: _image.fillMode

@@ -38,7 +38,7 @@ ComboBox {
         color: GenToolbox.genPalette.window
         radius: 2
         border.width: control.enabled ? 1 : 0
-        border.color: "#999"
+        border.color: PageStyle.comboboxBorder
 
         FocusRing {
             radius: parent.radius
@@ -71,7 +71,7 @@ ComboBox {
             context.lineTo(width, 0)
             context.lineTo(width / 2, height)
             context.closePath()
-            context.fillStyle = control.pressed ? "#ccc" : "#ddd"
+            context.fillStyle = control.pressed ? PageStyle.comboboxArrowPressed : PageStyle.comboboxArrow
             context.fill()
         }
 
@@ -120,7 +120,7 @@ ComboBox {
         background: Rectangle {
             color: GenToolbox.genPalette.window
             border.width: 1
-            border.color: "#999"
+            border.color: PageStyle.comboboxBorder
             radius: 2
         }
         contentItem: ListView {

@@ -28,7 +28,7 @@ MouseArea {
             width: _root._touchWidth
             height: _root._touchHeight
             color: "transparent"
-            border.color: "red"
+            border.color: PageStyle.touchAreaFrame
         }
     }
 }

@@ -37,10 +37,10 @@ SpinBox {
     background: Rectangle {
         implicitWidth: 140
         implicitHeight: 36
-        color: "#2b2b2b"
+        color: PageStyle.field
         radius: 4
         border.width: 1
-        border.color: spinbox.activeFocus ? PageStyle.focus : "#666"
+        border.color: spinbox.activeFocus ? PageStyle.focus : PageStyle.fieldBorder
     }
     contentItem: TextInput {
         text: spinbox.displayText

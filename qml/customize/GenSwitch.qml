@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
 
+import "EnterKey.js" as EnterKey
+import "Format.js" as Format
+
 Rectangle {
     id: root
 
@@ -16,9 +19,9 @@ Rectangle {
     width: switchWidth
     height: switchHeight
     radius: height / 2
-    color: Qt.rgba(0.27, 0.27, 0.27, backgroundOpacity)
+    color: Format.withAlpha(PageStyle.switchTrack, backgroundOpacity)
     border.width: 1
-    border.color: checked ? Qt.rgba(0.2, 0.91, 0.76, backgroundOpacity) : Qt.rgba(0.5, 0.5, 0.5, backgroundOpacity)
+    border.color: Format.withAlpha(checked ? PageStyle.switchBorderOn : PageStyle.switchBorder, backgroundOpacity)
     activeFocusOnTab: true
 
     Accessible.role: Accessible.CheckBox
@@ -29,8 +32,7 @@ Rectangle {
     Accessible.onPressAction: toggle()
 
     Keys.onSpacePressed: toggle()
-    Keys.onReturnPressed: toggle()
-    Keys.onEnterPressed: toggle()
+    Keys.onPressed: EnterKey.activate(event, toggle)
 
     function toggle() {
         checked = !checked
@@ -47,7 +49,7 @@ Rectangle {
         radius: width / 2
         anchors.verticalCenter: parent.verticalCenter
         x: root.checked ? root.width - width - _inset : _inset
-        color: root.checked ? "#32E8C3" : "gray"
+        color: root.checked ? PageStyle.switchKnobOn : PageStyle.switchKnob
 
         Behavior on x {
             NumberAnimation { duration: 200; easing.type: Easing.InOutQuad }

@@ -3,6 +3,8 @@ import QtQuick 2.12
 import QtQuick.Controls 2.12
 import GenToolbox 1.0
 
+import "EnterKey.js" as EnterKey
+
 Button {
     id: control
 
@@ -45,6 +47,5 @@ Button {
         rightPadding: -PageStyle.roundingSlack
     }
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onPressed: EnterKey.activate(event, clicked)
 }

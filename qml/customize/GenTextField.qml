@@ -21,7 +21,7 @@ TextField {
     leftPadding: icon.length > 0 ? _icon.x + _icon.width + _dp(16) : _dp(24)
     rightPadding: _dp(16) + (showClearButton ? _buttonSize + _dp(8) : 0) + (passwordMode ? _buttonSize + _dp(8) : 0)
     color: GenToolbox.genPalette.text
-    placeholderTextColor: "#8A8A8A"
+    placeholderTextColor: PageStyle.fieldPlaceholder
     selectionColor: GenToolbox.genPalette.selectButtonColor
     selectedTextColor: GenToolbox.genPalette.text
     selectByMouse: true
@@ -34,10 +34,10 @@ TextField {
 
     background: Rectangle {
         implicitWidth: 200
-        color: "#2b2b2b"
+        color: PageStyle.field
         radius: 4
         border.width: 1
-        border.color: "#666"
+        border.color: PageStyle.fieldBorder
 
         FocusRing {
             radius: parent.radius
@@ -59,7 +59,7 @@ TextField {
         visible: _root.icon.length > 0
         height: _root.height * 0.5
         width: height
-        color: _root.activeFocus ? "#655DF5" : "black"
+        color: _root.activeFocus ? PageStyle.fieldIconFocus : PageStyle.fieldIcon
         source: _root.icon
     }
 

@@ -26,7 +26,7 @@ ToolTip {
     }
     background: Rectangle {
         radius: 4
-        color: "#1A252E"
+        color: PageStyle.idleFill
         border.width: 1
         border.color: PageStyle.panelBorder
     }

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
-import QtQuick.Controls 2.12 as Controls
 
 /// A flat round button inside a text field. The mouse does not move the focus to it; Tab does.
-Controls.AbstractButton {
+FlatButton {
     id: _root
 
     property real size: 20
@@ -13,28 +12,17 @@ Controls.AbstractButton {
     anchors.verticalCenter: parent.verticalCenter
     width: size
     height: size
-    hoverEnabled: true
+    radius: width / 2
+    fill: pressed ? PageStyle.fieldButtonPressed : hovered ? PageStyle.fieldButtonHover : "transparent"
+    ringGap: 0
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-
-    background: Rectangle {
-        radius: width / 2
-        color: _root.pressed ? "#33ffffff" : _root.hovered ? "#1fffffff" : "transparent"
-
-        FocusRing {
-            radius: parent.radius
-            shown: _root.visualFocus
-        }
-    }
     contentItem: Item {
         GenColoredImage {
             anchors.centerIn: parent
             width: Math.round(_root.size * 0.7)
             height: width
-            color: _root.lit ? PageStyle.accentCyan : "#B8C2CC"
+            color: _root.lit ? PageStyle.accentCyan : PageStyle.fieldButtonPicture
             source: _root.picture
         }
     }

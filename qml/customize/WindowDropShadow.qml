@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
 
+import "Format.js" as Format
+
 /// The shadow around `targetItem`, a rectangle with corners of `radiusValue`. Fill the target with it.
 ///
 /// It is put together from four strips and four corners. A blur effect would need textures of the window's
@@ -15,7 +17,7 @@ Item {
     property real radius: radiusValue
     property real horizontalOffset: 1
     property real verticalOffset: 1
-    property color color: "black"
+    property color color: PageStyle.shadow
 
     visible: shadowVisible && source !== null
 
@@ -83,6 +85,6 @@ Item {
     }
 
     function _shade(alpha) {
-        return Qt.rgba(color.r, color.g, color.b, color.a * alpha)
+        return Format.faded(color, alpha)
     }
 }

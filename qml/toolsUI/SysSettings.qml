@@ -8,13 +8,12 @@ import GenToolbox 1.0
 
 import "../customize"
 import "../customize/Format.js" as Format
+import "common"
 import "settings"
 
 /// The page "System Settings": server, window, firmware, identity, language, manuals, logs and switches.
-Rectangle {
+SettingsPage {
     id: syssetRoot
-
-    property bool resizingWindow: false
 
     property string _logsArchivePath: ""
     readonly property string _logsArchiveStatus: !_exported ? ""
@@ -23,59 +22,30 @@ Rectangle {
     property bool _usbDebugEnabled: GenToolbox.genSettings.bValue("usbDebugEnabled", false, "sysSettings")
     property bool _saveMultimeterHistoryToFile: GenToolbox.genSettings.bValue("saveMultimeterHistoryToFile", false,
                                                                               "sysSettings")
-    property string _serverHostText: GenToolbox.systemManager.serverHost
-    property string _docsPortText: String(GenToolbox.systemManager.docsPort)
-    property string _apiPortText: String(GenToolbox.systemManager.apiPort)
-    readonly property string _serverConfigStatus: serverConfigDone === "saved" ? qsTr("Server settings saved.")
-                                                  : serverConfigDone === "restored" ? qsTr("Default server settings restored.")
-                                                                                    : ""
-    property string _felDriverStatus: ""
+    property alias _serverHostText: _serverHostCard.hostText
+    property alias _docsPortText: _serverHostCard.docsPortText
+    property alias _apiPortText: _serverHostCard.apiPortText
+    readonly property string _serverConfigStatus: _serverHostCard.status
+    property alias _felDriverStatus: _firmwareCard.driverStatus
     property string _hiddenKeyBuffer: ""
     property bool _showHiddenDriverTools: false
     property real _windowBackgroundOpacity: Format.clamp(
             GenToolbox.genSettings.dValue("windowBackgroundOpacity", 0.92, "sysSettings"), 0, 1)
     property var _languageOptions: languageOptions()
-    readonly property real contentScale: Math.max(0.82, Math.min(1, width / 1180, height / 680))
     readonly property bool showLeftPanel: _frame.width >= _dfw * 96 && _frame.height >= _dfw * 58
 
-    /// What was done with the server settings that the fields show: "", "saved" or "restored".
-    property string serverConfigDone: ""
     property bool _exported: false
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
     readonly property real _margin: _dfw * 2
     readonly property string _hiddenSequence: "qzt"
-    // The longest label in one line at the smallest font.
-    readonly property real labelWidth: Math.max(136, _dfw * 18 * contentScale)
-
-    readonly property color heroColor: "#183244"
-    readonly property color heroAccent: "#4DD4E4"
-    readonly property color cardColor: "#1A1E24"
-    readonly property color cardBorder: "#353C46"
-    readonly property color titleColor: "#F2F6F8"
-    readonly property color textColor: "#D9E0E6"
-    readonly property color dimColor: "#90A0AD"
-    readonly property color okColor: "#44D37E"
-    readonly property color warningColor: "#B8BDC4"
-    readonly property color accentColor: "#3EC7DA"
 
     focus: true
-    gradient: Gradient {
-        GradientStop { position: 0; color: syssetRoot.bgColor("#0C1521", 1) }
-        GradientStop { position: 1; color: syssetRoot.bgColor("#101114", 1) }
-    }
+    topColor: PageStyle.settingsTop
+    bottomColor: PageStyle.settingsBottom
 
     Keys.onPressed: {
         if (event.text.length === 1)
             event.accepted = _noteHiddenKey(event.text.toLowerCase())
-    }
-
-    function scaledPoint(size) {
-        return Math.max(10, size * contentScale)
-    }
-
-    function bgColor(colorValue, opacity) {
-        var shared = Window.window ? Window.window.windowBackgroundOpacity : undefined
-        return Format.withAlpha(colorValue, opacity * (shared === undefined ? 1 : shared))
     }
 
     function languageOptions() {
@@ -94,15 +64,9 @@ Rectangle {
             window.setWindowBackgroundOpacity(value)
     }
 
-    function exportLogs() {
+    function _exportLogs() {
         _logsArchivePath = GenToolbox.systemManager.exportLogsArchive()
         _exported = true
-    }
-
-    function loadServerTexts() {
-        _serverHostText = GenToolbox.systemManager.serverHost
-        _docsPortText = String(GenToolbox.systemManager.docsPort)
-        _apiPortText = String(GenToolbox.systemManager.apiPort)
     }
 
     // True when the key completes the sequence that shows or hides the driver tools.
@@ -146,9 +110,9 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: syssetRoot._margin
         radius: 14
-        color: syssetRoot.bgColor("#151A20", 1)
+        color: syssetRoot.bgColor(PageStyle.settingsFrame, 1)
         border.width: 1
-        border.color: syssetRoot.bgColor("#2A313A", 1)
+        border.color: syssetRoot.bgColor(PageStyle.settingsFrameBorder, 1)
 
         RowLayout {
             anchors.fill: parent
@@ -159,7 +123,7 @@ Rectangle {
                 Layout.fillHeight: true
                 Layout.preferredWidth: Math.min(syssetRoot._dfw * 40, _frame.width * 0.28)
                 visible: syssetRoot.showLeftPanel
-                page: syssetRoot
+                look: syssetRoot.look
             }
             Flickable {
                 id: _scroll
@@ -189,12 +153,17 @@ Rectangle {
                         width: _cards._columnWidth
                         spacing: _cards._spacing
 
-                        ServerLinkCard { page: syssetRoot }
-                        OpacityCard { page: syssetRoot }
+                        ServerLinkCard { look: syssetRoot.look }
+                        OpacityCard {
+                            look: syssetRoot.look
+                            backgroundOpacity: syssetRoot._windowBackgroundOpacity
+                            onOpacityChosen: syssetRoot.applyWindowBackgroundOpacity(value)
+                        }
                         FirmwareCard {
                             id: _firmwareCard
 
-                            page: syssetRoot
+                            look: syssetRoot.look
+                            driverToolsShown: syssetRoot._showHiddenDriverTools
                         }
                     }
                     Column {
@@ -205,9 +174,31 @@ Rectangle {
                         width: _cards._columnWidth
                         spacing: _cards._spacing
 
-                        OtherCard { page: syssetRoot }
-                        ToolsCard { page: syssetRoot }
-                        ServerHostCard { page: syssetRoot }
+                        OtherCard {
+                            look: syssetRoot.look
+                            languageOptions: syssetRoot._languageOptions
+                        }
+                        ToolsCard {
+                            look: syssetRoot.look
+                            archivePath: syssetRoot._logsArchivePath
+                            archiveStatus: syssetRoot._logsArchiveStatus
+                            usbDebug: syssetRoot._usbDebugEnabled
+                            saveHistory: syssetRoot._saveMultimeterHistoryToFile
+                            onExportRequested: syssetRoot._exportLogs()
+                            onUsbDebugChosen: {
+                                syssetRoot._usbDebugEnabled = enabled
+                                GenToolbox.genSettings.setValue("usbDebugEnabled", enabled, "sysSettings")
+                            }
+                            onSaveHistoryChosen: {
+                                syssetRoot._saveMultimeterHistoryToFile = enabled
+                                GenToolbox.genSettings.setValue("saveMultimeterHistoryToFile", enabled, "sysSettings")
+                            }
+                        }
+                        ServerHostCard {
+                            id: _serverHostCard
+
+                            look: syssetRoot.look
+                        }
                     }
                 }
             }

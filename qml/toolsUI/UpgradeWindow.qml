@@ -6,6 +6,8 @@ import GenControl 1.0
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
+import "../customize"
+
 /// The modal dialog of an application update: asks first, then shows the download. Covers the main window.
 ///
 /// It belongs to the current operation of CUpgradeControl, a check or a download, and ignores what others
@@ -51,7 +53,7 @@ Rectangle {
 
     visible: false
     z: GenControl.zOrderTopMost
-    color: "#80000000"
+    color: PageStyle.dialogShade
     anchors.fill: parent
 
     Accessible.role: Accessible.Dialog
@@ -141,8 +143,48 @@ Rectangle {
         _checking = checking
         _hasUpdate = hasUpdate
         if (!_box)
-            _box = Qt.createComponent("upgrade/UpgradeBox.qml").createObject(_rootControl, { dialog: _rootControl })
+            _makeBox()
         _box.recentre()
+    }
+
+    function _makeBox() {
+        _box = Qt.createComponent("upgrade/UpgradeBox.qml").createObject(_rootControl, {
+            unit: Qt.binding(function() { return _dfw }),
+            pointSize: Qt.binding(function() { return _pointSize }),
+            title: Qt.binding(function() { return _title }),
+            downloading: Qt.binding(function() { return _status === _progressView }),
+            headline: Qt.binding(function() { return _headline }),
+            details: Qt.binding(_details),
+            checking: Qt.binding(function() { return _checking }),
+            canUpgrade: Qt.binding(function() { return _hasUpdate && !_checking }),
+            canIgnore: Qt.binding(_canIgnore),
+            ignoreText: Qt.binding(function() { return _ignoreText }),
+            cancelText: Qt.binding(function() { return _cancelText }),
+            upgradeText: Qt.binding(function() { return _upgradeText }),
+            progressText: Qt.binding(_progressText),
+            progress: Qt.binding(function() { return _progress }),
+            failed: Qt.binding(_failed),
+            finished: Qt.binding(function() { return _finished }),
+            progressButtonText: Qt.binding(function() { return _btnText })
+        })
+        _box.ignoreToggled.connect(_ignoreToggled)
+        _box.canceled.connect(_cancelQuestion)
+        _box.accepted.connect(_startUpgrade)
+        _box.dismissed.connect(close)
+        _box.installRequested.connect(_install)
+    }
+
+    function _canIgnore() {
+        return (!_checking && _hasUpdate) || (_manualMode && _latestVersionRaw.length > 0)
+    }
+
+    function _failed() {
+        return _upgradeStatus === CUpgradeControl.UPC_NetworkError || _upgradeStatus === CUpgradeControl.UPC_Access
+    }
+
+    function _ignoreToggled() {
+        if (visible && !_loadingIgnoreState)
+            saveIgnoreVersionState()
     }
 
     function _setIgnored(ignored) {

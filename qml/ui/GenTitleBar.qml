@@ -5,6 +5,7 @@ import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
 
 import "../customize"
+import "../customize/Format.js" as Format
 
 /// The window's own title bar. Addresses the window by its id, `mainwindows`.
 Item {
@@ -35,7 +36,7 @@ Item {
     }
 
     function _accentWithAlpha(alpha) {
-        return Qt.rgba(0.22, 0.88, 0.82, alpha)
+        return Format.withAlpha(PageStyle.windowAccent, alpha)
     }
 
     Connections {
@@ -121,9 +122,9 @@ Item {
         pictureScale: 0.88
         name: tip
         tip: mainwindows.alwaysOnTop ? qsTr("Cancel topmost") : qsTr("Topmost")
-        fill: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.22) : "transparent"
+        idleFill: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.22) : "transparent"
         hoverFill: _titleBar._accentWithAlpha(mainwindows.alwaysOnTop ? 0.34 : 0.18)
-        borderColor: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.72) : "transparent"
+        frame: mainwindows.alwaysOnTop ? _titleBar._accentWithAlpha(0.72) : "transparent"
         pictureColor: mainwindows.alwaysOnTop ? _titleBar._accent : GenToolbox.genPalette.text
         hoverPictureColor: _titleBar._accent
         checkable: true
@@ -144,7 +145,7 @@ Item {
         }
         picture: "qrc:/basic/max.svg"
         name: qsTr("Minimize")
-        hoverPictureColor: "white"
+        hoverPictureColor: PageStyle.titleBarHoverPicture
         onClicked: mainwindows.showMinimized()
     }
     TitleBarButton {
@@ -165,7 +166,7 @@ Item {
         anchors { top: parent.top; topMargin: 10; right: parent.right; rightMargin: 10 }
         picture: "qrc:/basic/close.svg"
         name: qsTr("Close")
-        hoverPictureColor: "white"
+        hoverPictureColor: PageStyle.titleBarHoverPicture
         onClicked: mainwindows.close()
     }
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
-import QtQuick.Templates 2.12 as Templates
 import QtQuick.Window 2.12
 import GenControl.ScreenTools 1.0
 import GenToolbox 1.0
@@ -53,7 +52,7 @@ Rectangle {
             Accessible.name: "Quorvel"
         }
 
-        Templates.AbstractButton {
+        FlatButton {
             id: _toggle
 
             readonly property real _rightX: _header.width - width - ScreenTools.defaultFontPixelWidth
@@ -64,37 +63,24 @@ Rectangle {
             height: width
             x: _rightX + _centred * ((_header.width - width) / 2 - _rightX)
             anchors.verticalCenter: parent.verticalCenter
-            hoverEnabled: true
+            radius: 10
+            fill: hovered ? Format.withAlpha(PageStyle.windowAccent, 0.28 * _root.backgroundOpacity)
+                          : Format.withAlpha(PageStyle.toggleFill, 0.72 * _root.backgroundOpacity)
+            frame: hovered ? PageStyle.toggleBorderHover : Format.withAlpha(PageStyle.windowAccent, 0.46)
             focusPolicy: Qt.TabFocus
             text: _root.collapsed ? ">" : "<"
 
-            Accessible.role: Accessible.Button
             Accessible.name: _root.collapsed ? qsTr("Expand the page list") : qsTr("Collapse the page list")
 
-            Keys.onReturnPressed: clicked()
-            Keys.onEnterPressed: clicked()
             onClicked: _root.toggleRequested()
 
             Behavior on _centred {
                 NumberAnimation { duration: 220; easing.type: Easing.OutCubic }
             }
 
-            background: Rectangle {
-                radius: 10
-                color: _toggle.hovered ? Qt.rgba(0.22, 0.88, 0.82, 0.28 * _root.backgroundOpacity)
-                                       : Qt.rgba(0.1, 0.2, 0.24, 0.72 * _root.backgroundOpacity)
-                border.width: 1
-                border.color: _toggle.hovered ? Qt.rgba(0.36, 1, 0.9, 0.78) : Qt.rgba(0.22, 0.88, 0.82, 0.46)
-
-                FocusRing {
-                    anchors.margins: -3
-                    radius: 13
-                    shown: _toggle.visualFocus
-                }
-            }
             contentItem: Text {
                 text: _toggle.text
-                color: _toggle.hovered ? "#FFFFFF" : "#36E0D0"
+                color: _toggle.hovered ? PageStyle.textHover : PageStyle.accentCyan
                 font.bold: true
                 font.pixelSize: 21
                 font.family: GenFontManager.mainFontFamily

@@ -3,6 +3,7 @@ import QtQuick 2.12
 import QtQuick.Layouts 1.12
 import GenToolbox 1.0
 
+import "../customize"
 import "../customize/Format.js" as Format
 
 /// What the window draws itself: shadow, background and title bar, and below the bar, in a row, its content.
@@ -44,7 +45,7 @@ Item {
         anchors.fill: rect
         radius: rect.radius
         visible: _root.shieldOpacity > 0.001
-        color: Qt.rgba(0.02, 0.06, 0.08, _root.shieldOpacity)
+        color: Format.withAlpha(PageStyle.backdropShield, _root.shieldOpacity)
     }
     ColumnLayout {
         anchors.fill: rect

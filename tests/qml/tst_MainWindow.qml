@@ -116,7 +116,7 @@ PageTestCase {
     // part, and the dark segments of the measuring pages. The needle's edge is no fill.
     function heavyFills(item, measuring) {
         var count = 0
-        if (item.radius !== undefined && item.thickness === undefined && item.color.a > 0
+        if (item.gradient !== undefined && item.thickness === undefined && item.color.a > 0
                 && (item.color.a < 1 || (measuring && Qt.colorEqual(item.color, "#1A252E"))))
             count = 1
         for (var i = 0; i < item.children.length; ++i)

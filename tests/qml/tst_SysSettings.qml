@@ -221,7 +221,7 @@ Item {
 
             _root.manager.progressChanged(100)
             compare(part("stateText").text, "Upgrade complete")
-            compare(part("stateText").color, page.okColor)
+            compare(part("stateText").color, PageStyle.settingsOk)
             _root.manager.felReadyChanged()
             compare(part("stateText").text, "Upgrade complete")
             // Unplugged after the end.
@@ -242,11 +242,11 @@ Item {
             reach("installDriverButton")
             keyClick(Qt.Key_Return)
             tryCompare(part("stateText"), "text", "FEL driver installation is only supported on Windows.")
-            compare(part("stateText").color, page.warningColor)
+            compare(part("stateText").color, PageStyle.settingsWarning)
             verify(part("installDriverButton").enabled)
             _root.manager.felDriverInstallFinished(true, "done")
             compare(part("stateText").text, "done")
-            compare(part("stateText").color, page.okColor)
+            compare(part("stateText").color, PageStyle.settingsOk)
         }
 
         function test_logExport() {

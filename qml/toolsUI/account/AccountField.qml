@@ -2,12 +2,13 @@
 import QtQuick 2.12
 
 import "../../customize"
+import "../common"
 
 /// A labelled input; beside its label where there is room, below it in a compact page.
 Item {
     id: _root
 
-    property Item page
+    required property PageLook look
     property string label
     /// A password field, with the button that shows it; else a text field with a clear button.
     property bool secret: false
@@ -25,9 +26,9 @@ Item {
         y: _root._stacked ? 0 : (_field.height - height) / 2
         width: _root._stacked ? parent.width : _root._labelWidth
         text: _root.label
-        color: _root.page.dimColor
+        color: PageStyle.accountDim
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _root.page.scaledPoint(11)
+        font.pointSize: _root.look.point(11)
         elide: Text.ElideRight
         rightPadding: -PageStyle.roundingSlack
     }
@@ -41,8 +42,8 @@ Item {
         height: 38
         showClearButton: !_root.secret
         passwordMode: _root.secret
-        color: _root.page.inputColor
-        font.pointSize: _root.page.scaledPoint(11)
+        color: PageStyle.accountText
+        font.pointSize: _root.look.point(11)
         Accessible.name: _root.label
         Accessible.passwordEdit: _root.secret && !passwordVisible
     }

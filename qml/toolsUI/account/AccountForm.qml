@@ -3,12 +3,13 @@ import QtQuick 2.12
 import QtQuick.Controls 2.12
 
 import "../../customize"
+import "../common"
 
 /// One form of the account page: a title and what it is for over the form's own fields, centred.
 Flickable {
     id: _root
 
-    property Item page
+    required property PageLook look
     property string title
     property string subtitle
 
@@ -16,7 +17,7 @@ Flickable {
 
     /// So low that the form moves together to stay whole.
     readonly property bool tight: height < 360
-    readonly property real _spacingScale: tight ? 0.5 : page.contentScale
+    readonly property real _spacingScale: tight ? 0.5 : look.contentScale
     readonly property real _margin: 20 * _spacingScale
     readonly property real _widest: 540
 
@@ -43,9 +44,9 @@ Flickable {
             Text {
                 width: parent.width
                 text: _root.title
-                color: _root.page.titleColor
+                color: PageStyle.accountText
                 font.family: GenFontManager.mainFontFamily
-                font.pointSize: _root.page.scaledPoint(18)
+                font.pointSize: _root.look.point(18)
                 font.bold: true
                 wrapMode: Text.Wrap
                 Accessible.role: Accessible.Heading
@@ -54,9 +55,9 @@ Flickable {
             Text {
                 width: parent.width
                 text: _root.subtitle
-                color: _root.page.dimColor
+                color: PageStyle.accountDim
                 font.family: GenFontManager.mainFontFamily
-                font.pointSize: _root.page.scaledPoint(10.5)
+                font.pointSize: _root.look.point(10.5)
                 wrapMode: Text.Wrap
             }
         }

@@ -8,10 +8,12 @@ import "../common"
 Row {
     id: _root
 
-    property Item page
+    property bool compact: false
     property alias text: _action.text
 
-    readonly property real _buttonWidth: page.compactLayout ? 116 : 160
+    signal backClicked()
+
+    readonly property real _buttonWidth: compact ? 116 : 160
 
     anchors.horizontalCenter: parent.horizontalCenter
     spacing: 16
@@ -23,7 +25,7 @@ Row {
         height: 40
         pointSize: 10
         text: qsTranslate("UserSettings", "Back", "返回")
-        onClicked: _root.page.currentPage = _root.page.loginPage
+        onClicked: _root.backClicked()
     }
     GenTextButton {
         id: _action

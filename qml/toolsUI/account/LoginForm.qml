@@ -8,6 +8,11 @@ import "../common"
 AccountForm {
     id: _root
 
+    property bool compact: false
+
+    signal passwordForgotten()
+    signal registrationRequested()
+
     readonly property real _lineHeight: 30
 
     title: qsTranslate("UserSettings", "User Login", "用户登录")
@@ -15,12 +20,12 @@ AccountForm {
 
     AccountField {
         objectName: "loginName"
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "User Name:", "用户名:")
     }
     AccountField {
         objectName: "loginPassword"
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "Password:", "密码:")
         secret: true
     }
@@ -31,12 +36,12 @@ AccountForm {
         GenCheckbox {
             text: qsTranslate("UserSettings", "Remember The Password", "记住密码")
             height: _root._lineHeight
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
         }
         GenCheckbox {
             text: qsTranslate("UserSettings", "Automatic Login", "自动登录")
             height: _root._lineHeight
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
         }
         Item {
             width: _forget.implicitWidth
@@ -48,9 +53,9 @@ AccountForm {
                 objectName: "forgetLink"
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTranslate("UserSettings", "Forget Password?", "忘记密码?")
-                color: _root.page.linkColor
-                font.pointSize: _root.page.scaledPoint(10.5)
-                onClicked: _root.page.currentPage = _root.page.resetPasswordPage
+                color: PageStyle.accountLink
+                font.pointSize: _root.look.point(10.5)
+                onClicked: _root.passwordForgotten()
             }
         }
     }
@@ -61,7 +66,7 @@ AccountForm {
         GenCheckbox {
             text: qsTranslate("UserSettings", "Personal Privacy Policy and Agreement", "同意个人隐私政策与用户协议")
             height: _root._lineHeight
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
         }
         Item {
             width: _noAccount.implicitWidth
@@ -73,9 +78,9 @@ AccountForm {
                 objectName: "noAccountLink"
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTranslate("UserSettings", "No Account?", "没有账号?")
-                color: _root.page.linkColor
-                font.pointSize: _root.page.scaledPoint(10.5)
-                onClicked: _root.page.currentPage = _root.page.registerPage
+                color: PageStyle.accountLink
+                font.pointSize: _root.look.point(10.5)
+                onClicked: _root.registrationRequested()
             }
         }
     }
@@ -86,7 +91,7 @@ AccountForm {
         GenTextButton {
             objectName: "loginButton"
             primary: true
-            minWidth: _root.page.compactLayout ? 116 : 160
+            minWidth: _root.compact ? 116 : 160
             text: qsTranslate("UserSettings", "Login In", "登录")
         }
     }

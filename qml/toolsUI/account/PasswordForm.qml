@@ -5,30 +5,35 @@ import QtQuick 2.12
 AccountForm {
     id: _root
 
+    property bool compact: false
+
+    signal backRequested()
+
     title: qsTranslate("UserSettings", "Modify Password", "修改密码")
     subtitle: qsTranslate("UserSettings", "Update your credentials securely before returning to login.")
 
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "User Name:", "用户名:")
     }
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "Old Password:", "旧密码:")
         secret: true
     }
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "New Password:", "新密码:")
         secret: true
     }
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "Confirm Password:", "确认密码:")
         secret: true
     }
     FormButtons {
-        page: _root.page
+        compact: _root.compact
+        onBackClicked: _root.backRequested()
         text: qsTranslate("UserSettings", "Confirm", "确认")
     }
 }

@@ -5,29 +5,34 @@ import QtQuick 2.12
 AccountForm {
     id: _root
 
+    property bool compact: false
+
+    signal backRequested()
+
     title: qsTranslate("UserSettings", "User Register", "用户注册")
     subtitle: qsTranslate("UserSettings", "Create a new account for this workstation.")
 
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "User Name:", "用户名:")
     }
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "Password:", "密码:")
         secret: true
     }
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "Confirm Password:", "确认密码:")
         secret: true
     }
     AccountField {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("UserSettings", "Email:")
     }
     FormButtons {
-        page: _root.page
+        compact: _root.compact
+        onBackClicked: _root.backRequested()
         text: qsTranslate("UserSettings", "Register", "注册")
     }
 }

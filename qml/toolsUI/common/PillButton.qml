@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
-import QtQuick.Controls 2.12
 
 import "../../customize"
 
 /// A flat button of the measurement pages; `active` fills it with the accent colour.
-AbstractButton {
+FlatButton {
     id: _root
 
     property bool active: false
     property real pointSize: 10.5
     property real minimumWidth: 64
-    property color idleColor: "#1A252E"
+    property color idleColor: PageStyle.idleFill
     property color textColor: PageStyle.titleText
 
     leftPadding: 14
@@ -21,31 +20,13 @@ AbstractButton {
     implicitHeight: Math.max(30, _label.implicitHeight + 12)
     // Where it is checkable, its state is always that of `active`, whoever clicks it.
     checked: active
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
+    fill: active ? PageStyle.accentCyan
+                 : pressed ? Qt.darker(idleColor, 1.25) : hovered ? Qt.lighter(idleColor, 1.35) : idleColor
+    frame: active || hovered ? PageStyle.accentCyan : PageStyle.panelBorder
 
-    Accessible.role: Accessible.Button
     Accessible.name: text
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     onToggled: checked = Qt.binding(function() { return active })
-
-    background: Rectangle {
-        radius: 6
-        color: _root.active ? PageStyle.accentCyan
-                            : _root.pressed ? Qt.darker(_root.idleColor, 1.25)
-                                            : _root.hovered ? Qt.lighter(_root.idleColor, 1.35) : _root.idleColor
-        border.width: 1
-        border.color: _root.active ? PageStyle.accentCyan
-                                   : _root.hovered ? PageStyle.accentCyan : PageStyle.panelBorder
-
-        FocusRing {
-            anchors.margins: -3
-            radius: 9
-            shown: _root.visualFocus
-        }
-    }
 
     contentItem: Text {
         id: _label

@@ -2,6 +2,7 @@
 import QtQuick 2.12
 
 import "../../customize"
+import "../../customize/EnterKey.js" as EnterKey
 
 /// An underlined text that does something when it is clicked or when Enter or Space is pressed on it.
 Text {
@@ -21,8 +22,7 @@ Text {
     Accessible.name: text
     Accessible.onPressAction: _root._trigger()
 
-    Keys.onReturnPressed: _trigger()
-    Keys.onEnterPressed: _trigger()
+    Keys.onPressed: EnterKey.activate(event, _trigger)
     Keys.onSpacePressed: _trigger()
 
     function _trigger() {

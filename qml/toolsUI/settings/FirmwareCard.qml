@@ -15,22 +15,26 @@ SettingsCard {
     /// What the state label tells: "", "running", "complete", "failed", "installing", "uninstalling" or
     /// "driverResult".
     property string upgradeState: ""
-    property color _stateColor: page.textColor
+    /// What became of the last driver installation, for "driverResult".
+    property string driverStatus: ""
+    property bool driverToolsShown: false
+
+    property color _stateColor: PageStyle.settingsText
 
     title: qsTranslate("SysSettings", "MCU Firmware Upgrade")
     hint: qsTranslate("SysSettings", "Upgrade the controller firmware with a monitored progress flow.")
     corner: StatusBadge {
         text: _root._manager.felReady ? qsTranslate("SysSettings", "FEL Ready")
                                       : qsTranslate("SysSettings", "Waiting")
-        tone: _root._manager.felReady ? _root.page.okColor : _root.page.warningColor
-        color: _root.page.bgColor(tone, 0.14)
-        pointSize: _root.page.scaledPoint(10)
+        tone: _root._manager.felReady ? PageStyle.settingsOk : PageStyle.settingsWarning
+        color: _root.look.fill(tone, 0.14)
+        pointSize: _root.look.point(10)
     }
 
     function resetUpgradeStatusUi() {
         progress = 0
-        _setState("", page.textColor)
-        page._felDriverStatus = ""
+        _setState("", PageStyle.settingsText)
+        driverStatus = ""
     }
 
     function _setState(state, color) {
@@ -40,18 +44,18 @@ SettingsCard {
 
     function _startUpgrade() {
         var type = typesCombobox.currentText
-        _setState("running", page.textColor)
+        _setState("running", PageStyle.settingsText)
         _manager.startUpgrade(type)
         // These two refusals are not told by any signal.
         if (!_manager.felReady || _manager.mcuTypes.indexOf(type) < 0)
-            _setState("failed", "yellow")
+            _setState("failed", PageStyle.settingsFailure)
         else if (upgradeState === "") // cleared by a controller that was noticed only now
-            _setState("running", page.textColor)
+            _setState("running", PageStyle.settingsText)
     }
 
     function _driverJob(state, job) {
-        _setState(state, page.textColor)
-        page._felDriverStatus = _stateText()
+        _setState(state, PageStyle.settingsText)
+        driverStatus = _stateText()
         job()
     }
 
@@ -70,7 +74,7 @@ SettingsCard {
             return qsTranslate("SysSettings",
                                "Uninstalling FEL driver, please approve the Windows permission prompt.")
         case "driverResult":
-            return page._felDriverStatus
+            return driverStatus
         default:
             return ""
         }
@@ -81,7 +85,7 @@ SettingsCard {
 
         readonly property real _cellWidth: (width - columnSpacing * (columns - 1)) / columns
         // Room for the longest value in one line beside its label.
-        readonly property real _narrowestCell: _root.page.labelWidth + 132
+        readonly property real _narrowestCell: _root.look.labelWidth + 132
 
         width: parent.width
         columns: width >= 2 * _narrowestCell + columnSpacing ? 2 : 1
@@ -90,35 +94,35 @@ SettingsCard {
 
         InfoRow {
             width: _facts._cellWidth
-            page: _root.page
+            look: _root.look
             label: qsTranslate("SysSettings", "Connection Status")
             value: _root._manager.usbConnected ? qsTranslate("SysSettings", "Connected")
                                                : qsTranslate("SysSettings", "Not Connected")
-            valueColor: _root._manager.usbConnected ? _root.page.okColor : _root.page.warningColor
+            valueColor: _root._manager.usbConnected ? PageStyle.settingsOk : PageStyle.settingsWarning
         }
         InfoRow {
             width: _facts._cellWidth
-            page: _root.page
+            look: _root.look
             label: qsTranslate("SysSettings", "FEL Status")
             value: _root._manager.felReady ? qsTranslate("SysSettings", "Ready")
                                            : qsTranslate("SysSettings", "Not Ready")
-            valueColor: _root._manager.felReady ? _root.page.okColor : _root.page.warningColor
+            valueColor: _root._manager.felReady ? PageStyle.settingsOk : PageStyle.settingsWarning
         }
         InfoRow {
             width: _facts._cellWidth
-            page: _root.page
+            look: _root.look
             label: qsTranslate("SysSettings", "Current Version")
             value: "1.0.0"
         }
         InfoRow {
             width: _facts._cellWidth
-            page: _root.page
+            look: _root.look
             label: qsTranslate("SysSettings", "Latest Version")
             value: "1.0.0"
         }
     }
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Firmware Type")
 
         GenCombobox {
@@ -137,9 +141,9 @@ SettingsCard {
 
         Text {
             text: qsTranslate("SysSettings", "Upgrade Progress")
-            color: _root.page.dimColor
+            color: PageStyle.settingsDim
             font.family: GenFontManager.mainFontFamily
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
         }
         Text {
             id: _percentage
@@ -147,17 +151,17 @@ SettingsCard {
             objectName: "progressText"
             anchors.right: parent.right
             text: _root.progress === 0 ? qsTranslate("SysSettings", "0%") : _root.progress + "%"
-            color: _root.page.accentColor
+            color: PageStyle.settingsAccent
             font.family: GenFontManager.mainFontFamily
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
             font.bold: true
         }
     }
     FlatProgressBar {
         objectName: "progressBar"
         width: parent.width
-        barColor: _root.page.accentColor
-        grooveColor: _root.page.bgColor("#0E1216", 1)
+        barColor: PageStyle.settingsAccent
+        grooveColor: _root.look.fill(PageStyle.settingsGroove, 1)
         value: _root.progress
     }
     Text {
@@ -168,7 +172,7 @@ SettingsCard {
         textFormat: Text.PlainText
         color: _root._stateColor
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _root.page.scaledPoint(10.5)
+        font.pointSize: _root.look.point(10.5)
         wrapMode: Text.Wrap
         Accessible.role: Accessible.AlertMessage
         Accessible.name: text
@@ -185,7 +189,7 @@ SettingsCard {
             objectName: "uninstallDriverButton"
             height: 36
             pointSize: 10
-            visible: _root.page._showHiddenDriverTools
+            visible: _root.driverToolsShown
             enabled: !_root._manager.felDriverInstallBusy
             opacity: enabled ? 1 : 0.5
             text: enabled ? qsTranslate("SysSettings", "Uninstall FEL Driver")
@@ -196,7 +200,7 @@ SettingsCard {
             objectName: "installDriverButton"
             height: 36
             pointSize: 10
-            visible: _root.page._showHiddenDriverTools
+            visible: _root.driverToolsShown
             enabled: !_root._manager.felDriverInstallBusy
             opacity: enabled ? 1 : 0.5
             text: enabled ? qsTranslate("SysSettings", "Install FEL Driver")
@@ -210,29 +214,29 @@ SettingsCard {
         function onProgressChanged(value) {
             _root.progress = value
             if (value === 100)
-                _root._setState("complete", _root.page.okColor)
+                _root._setState("complete", PageStyle.settingsOk)
             else
-                _root._stateColor = _root._manager.felReady ? _root.page.textColor : "yellow"
+                _root._stateColor = _root._manager.felReady ? PageStyle.settingsText : PageStyle.settingsFailure
         }
         function onUpgradeFinished(ok) {
             if (!ok)
-                _root._setState("failed", "yellow")
+                _root._setState("failed", PageStyle.settingsFailure)
             else if (_root.progress === 100) // also after a press that came too early for another upgrade
-                _root._setState("complete", _root.page.okColor)
+                _root._setState("complete", PageStyle.settingsOk)
         }
         function onFelReadyChanged() {
             if (!_root._manager.felReady && _root.progress !== 0 && _root.progress !== 100)
-                _root._setState("failed", "yellow")
+                _root._setState("failed", PageStyle.settingsFailure)
         }
         function onUsbConnectedChanged() {
             var atEnd = _root.progress === 100 || _root.upgradeState === "complete"
             var idle = atEnd || _root.progress === 0 || _root.upgradeState === "failed"
             if (_root._manager.usbConnected ? idle : atEnd)
-                _root.page.resetUpgradeStatusUi()
+                _root.resetUpgradeStatusUi()
         }
         function onFelDriverInstallFinished(ok, message) {
-            _root.page._felDriverStatus = message
-            _root._setState("driverResult", ok ? _root.page.okColor : _root.page.warningColor)
+            _root.driverStatus = message
+            _root._setState("driverResult", ok ? PageStyle.settingsOk : PageStyle.settingsWarning)
         }
     }
 }

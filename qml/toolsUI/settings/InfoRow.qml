@@ -2,16 +2,17 @@
 import QtQuick 2.12
 
 import "../../customize"
+import "../common"
 
 /// A label at the left with a value, or a control given as content, at its right.
 Item {
     id: _root
 
-    property Item page
+    required property PageLook look
     property string label
     property string value
-    property color valueColor: page.textColor
-    property real labelWidth: page.labelWidth
+    property color valueColor: PageStyle.settingsText
+    property real labelWidth: look.labelWidth
 
     default property alias content: _content.data
 
@@ -26,9 +27,9 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: _root.labelWidth
         text: _root.label
-        color: _root.page.dimColor
+        color: PageStyle.settingsDim
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _root.page.scaledPoint(10.5)
+        font.pointSize: _root.look.point(10.5)
         wrapMode: Text.Wrap
     }
     Text {
@@ -41,7 +42,7 @@ Item {
         textFormat: Text.PlainText
         color: _root.valueColor
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _root.page.scaledPoint(10.5)
+        font.pointSize: _root.look.point(10.5)
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
         Accessible.role: Accessible.StaticText
         Accessible.name: _root.label + " " + text

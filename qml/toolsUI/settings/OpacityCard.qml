@@ -7,14 +7,19 @@ import "../../customize"
 SettingsCard {
     id: _root
 
+    /// 0 to 1.
+    property real backgroundOpacity: 1
+
+    signal opacityChosen(real value)
+
     title: qsTranslate("SysSettings", "Window Background Opacity")
     hint: qsTranslate("SysSettings", "Adjust the main window background transparency while keeping the title bar, "
                       + "buttons and content cards readable.")
     corner: Text {
-        text: Math.round(_root.page._windowBackgroundOpacity * 100) + "%"
-        color: _root.page.accentColor
+        text: Math.round(_root.backgroundOpacity * 100) + "%"
+        color: PageStyle.settingsAccent
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _root.page.scaledPoint(13)
+        font.pointSize: _root.look.point(13)
         font.bold: true
     }
 
@@ -23,17 +28,17 @@ SettingsCard {
 
         objectName: "opacitySlider"
         width: parent.width
-        palette.button: _root.page.accentColor
-        palette.window: _root.page.titleColor
+        palette.button: PageStyle.settingsAccent
+        palette.window: PageStyle.settingsTitle
         from: 0
         to: 1
         stepSize: 0.01
-        value: _root.page._windowBackgroundOpacity
+        value: _root.backgroundOpacity
         Accessible.name: _root.title
-        onMoved: _root.page.applyWindowBackgroundOpacity(value)
+        onMoved: _root.opacityChosen(value)
         onValueChanged: {
             if (pressed)
-                _root.page.applyWindowBackgroundOpacity(value)
+                _root.opacityChosen(value)
         }
     }
 }

@@ -10,26 +10,28 @@ import "../common"
 SettingsCard {
     id: _root
 
-    readonly property color _identityColor: GenToolbox.hidLink.connected ? page.accentColor : page.warningColor
+    property var languageOptions: []
+
+    readonly property color _identityColor: GenToolbox.hidLink.connected ? PageStyle.settingsAccent : PageStyle.settingsWarning
 
     title: qsTranslate("SysSettings", "Other Settings")
     hint: qsTranslate("SysSettings", "Review device identity information, switch the interface language, "
                       + "and open online manuals.")
 
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Host ID")
         value: GenToolbox.hidLink.deviceId || Format.noValue
         valueColor: _root._identityColor
     }
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Host Version")
         value: GenToolbox.hidLink.deviceVersion || Format.noValue
         valueColor: _root._identityColor
     }
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Language")
 
         GenCombobox {
@@ -38,7 +40,7 @@ SettingsCard {
             objectName: "languageCombobox"
             width: Math.min(parent.width, 200)
             implicitHeight: 36
-            model: _root.page._languageOptions
+            model: _root.languageOptions
             currentIndex: GenApp.currentLanguage
             Accessible.name: qsTranslate("SysSettings", "Language") + " " + displayText
             // A new model takes the index along.
@@ -50,7 +52,7 @@ SettingsCard {
         }
     }
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Online Docs")
 
         Flow {
@@ -60,15 +62,15 @@ SettingsCard {
             TextLink {
                 objectName: "chineseManual"
                 text: qsTranslate("SysSettings", "Chinese Manual")
-                color: _root.page.accentColor
-                font.pointSize: _root.page.scaledPoint(10.5)
+                color: PageStyle.settingsAccent
+                font.pointSize: _root.look.point(10.5)
                 onClicked: Qt.openUrlExternally(GenToolbox.systemManager.docsZhUrl())
             }
             TextLink {
                 objectName: "englishManual"
                 text: qsTranslate("SysSettings", "English Manual")
-                color: _root.page.accentColor
-                font.pointSize: _root.page.scaledPoint(10.5)
+                color: PageStyle.settingsAccent
+                font.pointSize: _root.look.point(10.5)
                 onClicked: Qt.openUrlExternally(GenToolbox.systemManager.docsEnUrl())
             }
         }

@@ -9,16 +9,24 @@ import "../common"
 SettingsCard {
     id: _root
 
+    /// The fields as last loaded or as edited to the end.
+    property string hostText: _manager.serverHost
+    property string docsPortText: String(_manager.docsPort)
+    property string apiPortText: String(_manager.apiPort)
+    /// What was done with the settings that the fields show: "", "saved" or "restored".
+    property string done: ""
+    readonly property string status: done === "saved" ? qsTranslate("SysSettings", "Server settings saved.")
+        : done === "restored" ? qsTranslate("SysSettings", "Default server settings restored.") : ""
+
     readonly property var _manager: GenToolbox.systemManager
 
     title: qsTranslate("SysSettings", "Server Host")
     hint: qsTranslate("SysSettings", "Configure host, docs port, and API port separately.")
 
     function loadFields() {
-        page.loadServerTexts()
-        _host.text = page._serverHostText
-        _docsPort.text = page._docsPortText
-        _apiPort.text = page._apiPortText
+        _host.text = hostText = _manager.serverHost
+        _docsPort.text = docsPortText = String(_manager.docsPort)
+        _apiPort.text = apiPortText = String(_manager.apiPort)
     }
 
     // An empty host stands for the default server, and what is no number becomes 0, for the default port.
@@ -30,7 +38,7 @@ SettingsCard {
     }
 
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Host")
 
         GenTextField {
@@ -40,14 +48,14 @@ SettingsCard {
             width: parent.width
             showClearButton: true
             placeholderText: qsTranslate("SysSettings", "Example: http://127.0.0.1")
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
             Accessible.name: qsTranslate("SysSettings", "Host")
-            onTextChanged: _root.page.serverConfigDone = ""
-            onEditingFinished: _root.page._serverHostText = text
+            onTextChanged: _root.done = ""
+            onEditingFinished: _root.hostText = text
         }
     }
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Docs Port")
 
         PortField {
@@ -55,14 +63,14 @@ SettingsCard {
 
             objectName: "docsPortField"
             placeholderText: qsTranslate("SysSettings", "8000")
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
             Accessible.name: qsTranslate("SysSettings", "Docs Port")
-            onTextChanged: _root.page.serverConfigDone = ""
-            onEditingFinished: _root.page._docsPortText = text
+            onTextChanged: _root.done = ""
+            onEditingFinished: _root.docsPortText = text
         }
     }
     InfoRow {
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "API Port")
 
         PortField {
@@ -70,20 +78,20 @@ SettingsCard {
 
             objectName: "apiPortField"
             placeholderText: qsTranslate("SysSettings", "8078")
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
             Accessible.name: qsTranslate("SysSettings", "API Port")
-            onTextChanged: _root.page.serverConfigDone = ""
-            onEditingFinished: _root.page._apiPortText = text
+            onTextChanged: _root.done = ""
+            onEditingFinished: _root.apiPortText = text
         }
     }
     Text {
         objectName: "serverStatus"
         width: parent.width
         visible: text.length > 0
-        text: _root.page._serverConfigStatus
-        color: _root.page.okColor
+        text: _root.status
+        color: PageStyle.settingsOk
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _root.page.scaledPoint(10.5)
+        font.pointSize: _root.look.point(10.5)
         wrapMode: Text.Wrap
         Accessible.role: Accessible.AlertMessage
         Accessible.name: text
@@ -95,7 +103,7 @@ SettingsCard {
             text: qsTranslate("SysSettings", "Apply")
             onClicked: {
                 _root._apply(_host.text, _docsPort.text, _apiPort.text)
-                _root.page.serverConfigDone = "saved"
+                _root.done = "saved"
             }
         }
         PillButton {
@@ -106,7 +114,7 @@ SettingsCard {
             text: qsTranslate("SysSettings", "Reset Default")
             onClicked: {
                 _root._apply("", "8000", "8078")
-                _root.page.serverConfigDone = "restored"
+                _root.done = "restored"
             }
         }
     }

@@ -9,7 +9,7 @@ SettingsCard {
     id: _root
 
     readonly property bool _online: GenToolbox.systemManager.serverConnected
-    readonly property color _color: _online ? page.okColor : page.warningColor
+    readonly property color _color: _online ? PageStyle.settingsOk : PageStyle.settingsWarning
 
     title: qsTranslate("SysSettings", "Server Link")
 
@@ -22,7 +22,7 @@ SettingsCard {
             width: 12
             height: 12
             radius: 6
-            color: _root.page.bgColor(_root._color, 0.3)
+            color: _root.look.fill(_root._color, 0.3)
 
             Rectangle {
                 anchors.centerIn: parent
@@ -41,7 +41,7 @@ SettingsCard {
                                 : qsTranslate("SysSettings", "Offline or unreachable, retrying automatically.")
             color: _root._color
             font.family: GenFontManager.mainFontFamily
-            font.pointSize: _root.page.scaledPoint(10.5)
+            font.pointSize: _root.look.point(10.5)
             wrapMode: Text.Wrap
             Accessible.role: Accessible.StaticText
             Accessible.name: text

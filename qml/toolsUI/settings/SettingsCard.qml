@@ -2,13 +2,14 @@
 import QtQuick 2.12
 
 import "../../customize"
+import "../common"
 
 /// A card of the settings page: a title with its hint over the card's own content, which is as wide as its column.
 Rectangle {
     id: _root
 
     /// The page: colours, font sizes and state.
-    property Item page
+    required property PageLook look
     property string title
     property string hint
     /// Shown at the right of the title.
@@ -16,14 +17,14 @@ Rectangle {
 
     default property alias content: _content.data
 
-    readonly property real _margin: 18 * page.contentScale
+    readonly property real _margin: 18 * look.contentScale
 
     width: parent ? parent.width : 0
     height: _column.height + 2 * _margin
     radius: 10
-    color: page.bgColor(page.cardColor, 1)
+    color: look.fill(PageStyle.settingsCard, 1)
     border.width: 1
-    border.color: page.bgColor(page.cardBorder, 1)
+    border.color: look.fill(PageStyle.settingsCardBorder, 1)
 
     Accessible.role: Accessible.Grouping
     Accessible.name: title
@@ -34,7 +35,7 @@ Rectangle {
         x: _root._margin
         y: _root._margin
         width: _root.width - 2 * _root._margin
-        spacing: 12 * _root.page.contentScale
+        spacing: 12 * _root.look.contentScale
 
         Item {
             width: parent.width
@@ -50,9 +51,9 @@ Rectangle {
                 Text {
                     width: parent.width
                     text: _root.title
-                    color: _root.page.titleColor
+                    color: PageStyle.settingsTitle
                     font.family: GenFontManager.mainFontFamily
-                    font.pointSize: _root.page.scaledPoint(13)
+                    font.pointSize: _root.look.point(13)
                     font.bold: true
                     wrapMode: Text.Wrap
                     Accessible.role: Accessible.Heading
@@ -62,9 +63,9 @@ Rectangle {
                     width: parent.width
                     visible: text.length > 0
                     text: _root.hint
-                    color: _root.page.dimColor
+                    color: PageStyle.settingsDim
                     font.family: GenFontManager.mainFontFamily
-                    font.pointSize: _root.page.scaledPoint(10)
+                    font.pointSize: _root.look.point(10)
                     lineHeight: 1.1
                     wrapMode: Text.Wrap
                 }
@@ -81,7 +82,7 @@ Rectangle {
             id: _content
 
             width: parent.width
-            spacing: 10 * _root.page.contentScale
+            spacing: 10 * _root.look.contentScale
         }
     }
 }

@@ -10,18 +10,18 @@ import "../common"
 HeroPanel {
     id: _root
 
-    property Item page
+    required property PageLook look
 
     readonly property bool _usbConnected: GenToolbox.systemManager.usbConnected
 
-    color: page.bgColor(page.heroColor, 1)
-    accent: page.heroAccent
-    titleColor: page.titleColor
-    textColor: page.textColor
-    dimColor: page.dimColor
-    contentScale: page.contentScale
+    color: look.fill(PageStyle.settingsHero, 1)
+    accent: PageStyle.settingsHeroAccent
+    titleColor: PageStyle.settingsTitle
+    textColor: PageStyle.settingsText
+    dimColor: PageStyle.settingsDim
+    contentScale: look.contentScale
     badge: "SYS"
-    badgeFill: page.bgColor(accent, 0.16)
+    badgeFill: look.fill(accent, 0.16)
     title: qsTranslate("SysSettings", "System Console")
     subtitle: qsTranslate("SysSettings",
                           "Manage firmware update, device identity and language preferences from one panel.")
@@ -36,7 +36,7 @@ HeroPanel {
         width: parent.width
         height: _snapshot.height + 24
         radius: 10
-        color: _root.page.bgColor("#000000", 0.22)
+        color: _root.look.fill(PageStyle.settingsInset, 0.22)
         border.width: 1
         border.color: Format.withAlpha(_root.accent, 0.18)
 
@@ -52,19 +52,19 @@ HeroPanel {
                 text: qsTranslate("SysSettings", "Device Snapshot")
                 color: _root.titleColor
                 font.family: GenFontManager.mainFontFamily
-                font.pointSize: _root.page.scaledPoint(11.5)
+                font.pointSize: _root.look.point(11.5)
                 font.bold: true
             }
             InfoRow {
-                page: _root.page
+                look: _root.look
                 labelWidth: _snapshot.width * 0.38
                 label: qsTranslate("SysSettings", "Connection")
                 value: _root._usbConnected ? qsTranslate("SysSettings", "USB Connected")
                                            : qsTranslate("SysSettings", "USB Not Connected")
-                valueColor: _root._usbConnected ? _root.page.okColor : _root.page.warningColor
+                valueColor: _root._usbConnected ? PageStyle.settingsOk : PageStyle.settingsWarning
             }
             InfoRow {
-                page: _root.page
+                look: _root.look
                 labelWidth: _snapshot.width * 0.38
                 label: qsTranslate("SysSettings", "Host ID")
                 value: GenToolbox.hidLink.deviceId || Format.noValue

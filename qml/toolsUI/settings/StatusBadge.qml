@@ -9,8 +9,8 @@ Rectangle {
     id: _root
 
     property string text
-    /// Colour of the text and the frame. The page sets the fill.
-    property color tone: "white"
+    /// Colour of the text and the frame.
+    property color tone: PageStyle.settingsText
     property real pointSize: 10
 
     implicitWidth: _label.implicitWidth + 24

@@ -2,12 +2,13 @@
 import QtQuick 2.12
 
 import "../../customize"
+import "../common"
 
 /// A switch with its name and a line that tells what its present position means.
 Item {
     id: _root
 
-    property Item page
+    required property PageLook look
     property string label
     property string line
     property alias checked: _switch.checked
@@ -26,17 +27,17 @@ Item {
         Text {
             width: parent.width
             text: _root.label
-            color: _root.page.textColor
+            color: PageStyle.settingsText
             font.family: GenFontManager.mainFontFamily
-            font.pointSize: _root.page.scaledPoint(11)
+            font.pointSize: _root.look.point(11)
             wrapMode: Text.Wrap
         }
         Text {
             width: parent.width
             text: _root.line
-            color: _root.page.dimColor
+            color: PageStyle.settingsDim
             font.family: GenFontManager.mainFontFamily
-            font.pointSize: _root.page.scaledPoint(10)
+            font.pointSize: _root.look.point(10)
             wrapMode: Text.Wrap
         }
     }

@@ -9,6 +9,16 @@ import "../common"
 SettingsCard {
     id: _root
 
+    /// Path of the archive that was exported last; empty when there is none.
+    property string archivePath
+    property string archiveStatus
+    property bool usbDebug: false
+    property bool saveHistory: false
+
+    signal exportRequested()
+    signal usbDebugChosen(bool enabled)
+    signal saveHistoryChosen(bool enabled)
+
     title: qsTranslate("SysSettings", "Export Logs to Desktop")
     corner: PillButton {
         objectName: "exportButton"
@@ -16,47 +26,41 @@ SettingsCard {
         height: 36
         pointSize: 10
         text: qsTranslate("SysSettings", "Export")
-        onClicked: _root.page.exportLogs()
+        onClicked: _root.exportRequested()
     }
 
     TextLink {
         objectName: "archiveStatus"
         width: parent.width
         visible: text.length > 0
-        active: _root.page._logsArchivePath.length > 0
-        text: _root.page._logsArchiveStatus
-        color: active ? _root.page.accentColor : _root.page.warningColor
-        font.pointSize: _root.page.scaledPoint(10)
+        active: _root.archivePath.length > 0
+        text: _root.archiveStatus
+        color: active ? PageStyle.settingsAccent : PageStyle.settingsWarning
+        font.pointSize: _root.look.point(10)
         wrapMode: Text.WrapAnywhere
-        onClicked: GenToolbox.hidLink.revealPath(_root.page._logsArchivePath)
+        onClicked: GenToolbox.hidLink.revealPath(_root.archivePath)
     }
     Rectangle {
         width: parent.width
         height: 1
-        color: _root.page.bgColor(_root.page.cardBorder, 1)
+        color: _root.look.fill(PageStyle.settingsCardBorder, 1)
     }
     SwitchRow {
         objectName: "usbDebug"
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "USB Debug")
         line: checked ? qsTranslate("SysSettings", "Detailed USB logs are enabled.")
                       : qsTranslate("SysSettings", "Detailed USB logs are disabled.")
-        checked: _root.page._usbDebugEnabled
-        onToggled: {
-            _root.page._usbDebugEnabled = checked
-            GenToolbox.genSettings.setValue("usbDebugEnabled", checked, "sysSettings")
-        }
+        checked: _root.usbDebug
+        onToggled: _root.usbDebugChosen(checked)
     }
     SwitchRow {
         objectName: "saveHistory"
-        page: _root.page
+        look: _root.look
         label: qsTranslate("SysSettings", "Save Meter History")
         line: checked ? qsTranslate("SysSettings", "Multimeter history will be saved to file.")
                       : qsTranslate("SysSettings", "Multimeter history is kept for this session only.")
-        checked: _root.page._saveMultimeterHistoryToFile
-        onToggled: {
-            _root.page._saveMultimeterHistoryToFile = checked
-            GenToolbox.genSettings.setValue("saveMultimeterHistoryToFile", checked, "sysSettings")
-        }
+        checked: _root.saveHistory
+        onToggled: _root.saveHistoryChosen(checked)
     }
 }

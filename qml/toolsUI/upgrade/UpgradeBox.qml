@@ -1,21 +1,40 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
 import QtQuick.Window 2.12
-import CUpgradeControl 1.0
 
-/// What the update dialog shows: its question, then the progress of the download. The dialog holds the state
-/// and the texts.
+/// The box of the update dialog: its question, or the progress of the download.
 DialogBox {
     id: _root
 
-    property Item dialog: null
+    /// Width of a character in pixels.
+    property real unit: 8
+    /// Shows the progress instead of the question.
+    property bool downloading: false
+    property alias headline: _question.headline
+    property alias details: _question.details
+    property alias checking: _question.checking
+    property alias canUpgrade: _question.canUpgrade
+    property alias canIgnore: _question.canIgnore
     property alias ignored: _question.ignored
+    property alias ignoreText: _question.ignoreText
+    property alias upgradeText: _question.upgradeText
+    property string cancelText
+    property alias progressText: _download.message
+    /// 0 to 100, negative without a known end.
+    property alias progress: _download.progress
+    property alias failed: _download.failed
+    property alias finished: _download.finished
+    property string progressButtonText
+
+    signal ignoreToggled()
+    signal canceled()
+    signal accepted()
+    signal dismissed()
+    signal installRequested()
 
     objectName: "box"
-    width: Math.min(dialog._dfw * 54, Screen.width)
-    height: Math.min(dialog._dfw * 27, Screen.height)
-    title: dialog._title
-    pointSize: dialog._pointSize
+    width: Math.min(unit * 54, Screen.width)
+    height: Math.min(unit * 27, Screen.height)
 
     QuestionView {
         id: _question
@@ -23,38 +42,24 @@ DialogBox {
         anchors.fill: parent
         anchors.margins: 12
         pointSize: _root.pointSize
-        visible: _root.dialog._status === _root.dialog._questionView
+        visible: !_root.downloading
         focus: visible
-        headline: _root.dialog._headline
-        details: _root.dialog._details()
-        checking: _root.dialog._checking
-        canUpgrade: _root.dialog._hasUpdate && !_root.dialog._checking
-        canIgnore: (!_root.dialog._checking && _root.dialog._hasUpdate)
-                   || (_root.dialog._manualMode && _root.dialog._latestVersionRaw.length > 0)
-        ignoreText: _root.dialog._ignoreText
-        cancelText: _root.dialog._cancelText
-        upgradeText: _root.dialog._upgradeText
-        onIgnoredChanged: {
-            if (_root.dialog.visible && !_root.dialog._loadingIgnoreState)
-                _root.dialog.saveIgnoreVersionState()
-        }
-        onCanceled: _root.dialog._cancelQuestion()
-        onAccepted: _root.dialog._startUpgrade()
+        cancelText: _root.cancelText
+        onIgnoredChanged: _root.ignoreToggled()
+        onCanceled: _root.canceled()
+        onAccepted: _root.accepted()
     }
     ProgressView {
+        id: _download
+
         anchors.fill: parent
         anchors.margins: 12
         pointSize: _root.pointSize
-        visible: _root.dialog._status === _root.dialog._progressView
+        visible: _root.downloading
         focus: visible
-        message: _root.dialog._progressText()
-        progress: _root.dialog._progress
-        failed: _root.dialog._upgradeStatus === CUpgradeControl.UPC_NetworkError
-                || _root.dialog._upgradeStatus === CUpgradeControl.UPC_Access
-        finished: _root.dialog._finished
-        dismissText: finished ? _root.dialog._cancelText : _root.dialog._btnText
-        installText: _root.dialog._btnText
-        onDismissed: _root.dialog.close()
-        onInstallRequested: _root.dialog._install()
+        dismissText: finished ? _root.cancelText : _root.progressButtonText
+        installText: _root.progressButtonText
+        onDismissed: _root.dismissed()
+        onInstallRequested: _root.installRequested()
     }
 }
