@@ -4,6 +4,8 @@ import QtQuick.Controls 2.12
 import GenToolbox 1.0
 
 Label {
+    id: control
+
     property color borderColor: "transparent"
 
     text: ""
@@ -14,6 +16,6 @@ Label {
     background: Rectangle {
         color: "transparent"
         border.width: 1
-        border.color: parent.borderColor
+        border.color: control.borderColor
     }
 }

@@ -6,7 +6,7 @@ import QtQuick.Controls 2.12
 ToolTip {
     id: _root
 
-    property Loader tip: null
+    property HoverTip tip: null
 
     parent: tip ? tip.target : null
     x: parent && tip.beside ? parent.width + 8 : parent ? (parent.width - implicitWidth) / 2 : 0

@@ -42,6 +42,8 @@ Item {
             model: [0, -90, 180, 90]
 
             Rectangle {
+                id: _strip
+
                 readonly property bool _upright: modelData % 180 !== 0
                 readonly property real _length: (_upright ? _shape.height : _shape.width) - 2 * _root.radius
 
@@ -50,10 +52,10 @@ Item {
                 height: _root.radius
                 transform: [
                     Translate {
-                        y: -((_upright ? _shape.width : _shape.height) + _root.radius) / 2
+                        y: -((_strip._upright ? _shape.width : _shape.height) + _root.radius) / 2
                     },
                     Rotation {
-                        origin { x: width / 2; y: height / 2 }
+                        origin { x: _strip.width / 2; y: _strip.height / 2 }
                         angle: modelData
                     }
                 ]

@@ -37,7 +37,7 @@ Rectangle {
     /// Where the keyboard was when the dialog opened.
     property Item _focusBefore: null
     /// What the dialog shows. Made when it is first opened: most programs end without, and should start at once.
-    property Item _box: null
+    property QtObject _box: null
 
     readonly property string _title: qsTr("Quorvel upgrade")
     readonly property string _headline: _checking ? qsTr("Checking for updates, please wait...")
