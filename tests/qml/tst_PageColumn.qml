@@ -58,20 +58,15 @@ Item {
 
         function test_selectReportsThePageOnce() {
             _column.selectIndex(1)
-            compare(_byTitle.count, 1)
-            compare(_byTitle.signalArguments[0][0], "B")
-            compare(_byIndex.count, 1)
-            compare(_byIndex.signalArguments[0][0], 1)
-            compare(_byIndex.signalArguments[0][2], "qrc:/b.qml")
+            compare([_byTitle.count, _byTitle.signalArguments[0][0]], [1, "B"])
+            compare([_byIndex.count, _byIndex.signalArguments[0][0], _byIndex.signalArguments[0][2]],
+                    [1, 1, "qrc:/b.qml"])
             compare(checkedButtons(), [false, true, false])
-        }
-
-        function test_selectWithoutSignals() {
             compare(buttons(_column)[2].Accessible.name, "C")
             _column.selectIndex(2, false)
             compare(_column.currentIndex, 2)
             compare(checkedButtons(), [false, false, true])
-            compare(_byIndex.count, 0)
+            compare(_byIndex.count, 1)
         }
 
         function test_outOfRangeChangesNothing() {
@@ -87,10 +82,8 @@ Item {
 
         function test_initSelectsTheCurrentPage() {
             _column.init(true)
-            compare(_byIndex.count, 1)
-            compare(_byIndex.signalArguments[0][0], 0)
             _column.init(false)
-            compare(_byIndex.count, 1)
+            compare(_byIndex.signalArguments.map(function(row) { return row[0] }), [0])
         }
 
         function test_newPagesKeepTheSelection() {
@@ -100,23 +93,15 @@ Item {
             compare(_byIndex.count, 0)
         }
 
-        function test_clickSelects() {
+        function test_clickAndArrowKeysMoveTheSelection() {
             mouseClick(buttons(_column)[1])
-            compare(_column.currentIndex, 1)
-            compare(_byIndex.count, 1)
             compare(checkedButtons(), [false, true, false])
-        }
-
-        function test_arrowKeysMoveTheSelection() {
-            buttons(_column)[0].forceActiveFocus()
-            keyClick(Qt.Key_Down)
-            compare(_column.currentIndex, 1)
-            keyClick(Qt.Key_Down)
-            keyClick(Qt.Key_Down)
-            compare(_column.currentIndex, 2)
-            keyClick(Qt.Key_Up)
-            compare(_column.currentIndex, 1)
-            compare(_byIndex.count, 3)
+            mouseClick(buttons(_column)[0])
+            for (var step of [[Qt.Key_Down, 1], [Qt.Key_Down, 2], [Qt.Key_Down, 2], [Qt.Key_Up, 1]]) {
+                keyClick(step[0])
+                compare(_column.currentIndex, step[1])
+            }
+            compare(_byIndex.count, 5)
             verify(buttons(_column)[1].activeFocus)
         }
 

@@ -49,35 +49,24 @@ Item {
             setEdges(false, false, false, false)
         }
 
-        function test_cursor_data() {
-            return [
-                { tag: "top left", edges: [1, 1, 0, 0], shape: Qt.SizeFDiagCursor },
-                { tag: "bottom right", edges: [0, 0, 1, 1], shape: Qt.SizeFDiagCursor },
-                { tag: "top right", edges: [0, 1, 1, 0], shape: Qt.SizeBDiagCursor },
-                { tag: "bottom left", edges: [1, 0, 0, 1], shape: Qt.SizeBDiagCursor },
-                { tag: "left", edges: [1, 0, 0, 0], shape: Qt.SizeHorCursor },
-                { tag: "right", edges: [0, 0, 1, 0], shape: Qt.SizeHorCursor },
-                { tag: "top", edges: [0, 1, 0, 0], shape: Qt.SizeVerCursor },
-                { tag: "bottom", edges: [0, 0, 0, 1], shape: Qt.SizeVerCursor }
-            ]
-        }
-
-        function test_cursor(data) {
-            setEdges(!!data.edges[0], !!data.edges[1], !!data.edges[2], !!data.edges[3])
-            compare(_handle.cursorShape, data.shape)
-        }
-
-        function test_dragIsReported() {
-            setEdges(true, false, false, true)
-            mousePress(_handle, 10, 10)
-            mouseMove(_handle, 15, 10)
-            mouseRelease(_handle, 15, 10)
-            compare(_handle.log, ["started", "true,false,false,true", "finished"])
+        // Edges: left, top, right, bottom.
+        function test_cursor() {
+            for (var row of [["1100", Qt.SizeFDiagCursor], ["0011", Qt.SizeFDiagCursor], ["0110", Qt.SizeBDiagCursor],
+                             ["1001", Qt.SizeBDiagCursor], ["1000", Qt.SizeHorCursor], ["0010", Qt.SizeHorCursor],
+                             ["0100", Qt.SizeVerCursor], ["0001", Qt.SizeVerCursor]]) {
+                setEdges(row[0][0] === "1", row[0][1] === "1", row[0][2] === "1", row[0][3] === "1")
+                compare(_handle.cursorShape, row[1], row[0])
+            }
         }
 
         function test_onlyTheLeftButtonResizes() {
             mouseClick(_handle, 10, 10, Qt.RightButton)
             compare(_handle.log, [])
+            setEdges(true, false, false, true)
+            mousePress(_handle, 10, 10)
+            mouseMove(_handle, 15, 10)
+            mouseRelease(_handle, 15, 10)
+            compare(_handle.log, ["started", "true,false,false,true", "finished"])
         }
 
         function test_noSystemResizeOfWhatIsNoWindow() {
@@ -89,16 +78,14 @@ Item {
             _handle.useSystemResize = false
         }
 
-        function test_maximisedWindowsAreNotResized_data() {
-            return [{ tag: "maximised", state: Window.Maximized }, { tag: "full screen", state: Window.FullScreen }]
-        }
-
-        function test_maximisedWindowsAreNotResized(data) {
-            _target.visibility = data.state
-            // It shows no cursor either.
-            compare(_handle.visible, false)
-            mouseClick(_handle, 10, 10)
-            compare(_handle.log, [])
+        function test_maximisedWindowsAreNotResized() {
+            for (var state of [Window.Maximized, Window.FullScreen]) {
+                _target.visibility = state
+                // It shows no cursor either.
+                compare(_handle.visible, false)
+                mouseClick(_handle, 10, 10)
+                compare(_handle.log, [])
+            }
         }
     }
 }

@@ -58,19 +58,10 @@ Item {
         }
 
         // From the right edge: 10 px margin and 18 px button each.
-        function test_buttons_data() {
-            return [
-                { tag: "close", position: 0, call: "close" },
-                { tag: "maximise", position: 1, call: "maximized" },
-                { tag: "minimise", position: 2, call: "minimized" },
-                { tag: "topmost", position: 3, call: "topmost" },
-                { tag: "update", position: 4, call: "update" }
-            ]
-        }
-
-        function test_buttons(data) {
-            mouseClick(_root, _root.width - 19 - 28 * data.position, 19)
-            compare(mainwindows.log, [data.call])
+        function test_buttons() {
+            for (var position = 0; position < 5; ++position)
+                mouseClick(_root, _root.width - 19 - 28 * position, 19)
+            compare(mainwindows.log, ["close", "maximized", "minimized", "topmost", "update"])
         }
 
         function test_maximisedStateFollowsTheWindow() {
@@ -87,20 +78,17 @@ Item {
             compare(mainwindows.x, 100)
         }
 
-        function test_dragMovesByTheCursorsOffset_data() {
-            return [{ tag: "window", visibility: Window.Windowed, place: [140, 130] },
-                    { tag: "full screen stays", visibility: Window.FullScreen, place: [100, 100] }]
-        }
-
-        function test_dragMovesByTheCursorsOffset(data) {
-            mainwindows.visibility = data.visibility
-            // The cursor has gone on when the press is handled.
-            moveCursor(110, 25)
-            mousePress(_root, 100, 20)
-            moveCursor(140, 50)
-            mouseMove(_root, 140, 50)
-            mouseRelease(_root, 140, 50)
-            compare([mainwindows.x, mainwindows.y], data.place)
+        function test_dragMovesByTheCursorsOffset() {
+            for (var row of [[Window.FullScreen, 100, 100], [Window.Windowed, 140, 130]]) {
+                mainwindows.visibility = row[0]
+                // The cursor has gone on when the press is handled.
+                moveCursor(110, 25)
+                mousePress(_root, 100, 20)
+                moveCursor(140, 50)
+                mouseMove(_root, 140, 50)
+                mouseRelease(_root, 140, 50)
+                compare([mainwindows.x, mainwindows.y], row.slice(1))
+            }
             compare(mainwindows.log, [])
         }
 

@@ -67,43 +67,33 @@ Item {
             verify(dialog.visible)
             compare(part("headline").text, "A new software version has been detected. Do you want to upgrade now?")
             compare(part("details").text, "最新版本: 1.2.0 \n更新内容:<b>news</b>\n")
-            verify(part("upgradeButton").visible)
-            verify(part("ignoreBox").visible)
-            compare(part("ignoreBox").checked, false)
-            compare(ignored(), "")
+            verify(part("upgradeButton").visible && part("ignoreBox").visible)
+            compare([part("ignoreBox").checked, ignored()], [false, ""])
 
             dialog.show("http://h/p.exe", "news")
-            compare(dialog._downloadUrl, "http://h/p.exe")
             compare(part("details").text, "更新内容:\nnews")
-            compare(dialog._latestVersionRaw, "")
-        }
-
-        function test_checking() {
-            dialog.showChecking()
-            compare(part("headline").text, "Checking for updates, please wait...")
-            compare(part("details").text,
-                    "Checking for updates, please wait...\n\nCurrent version: " + applicationVersion + "\n")
-            verify(!part("upgradeButton").visible)
-            verify(!part("ignoreBox").visible)
         }
 
         function test_manualResults_data() {
             return [
-                { tag: "newer", need: true, latest: "1.2", desc: "d", message: "", upgrade: true, ignore: true,
+                { tag: "newer", need: true, latest: "1.2", desc: "d", message: "", ignore: true,
                   details: "A new version is available.\n\nCurrent version: 1.1.4\nLatest version: 1.2\nUpdate content: d\n" },
-                { tag: "same", need: false, latest: "1.1.4", desc: "", message: "", upgrade: false, ignore: true,
+                { tag: "same", need: false, latest: "1.1.4", desc: "", message: "", ignore: true,
                   details: "You are already using the latest version.\n\nCurrent version: 1.1.4\nLatest version: 1.1.4\n" },
-                { tag: "error", need: false, latest: "", desc: "", message: "Refused.", upgrade: false, ignore: false,
+                { tag: "error", need: false, latest: "", desc: "", message: "Refused.", ignore: false,
                   details: "Refused.\n\nCurrent version: 1.1.4\n" }
             ]
         }
 
         function test_manualResults(data) {
             dialog.showChecking()
+            compare(part("headline").text, "Checking for updates, please wait...")
+            compare(part("details").text,
+                    "Checking for updates, please wait...\n\nCurrent version: " + applicationVersion + "\n")
+            verify(!part("upgradeButton").visible && !part("ignoreBox").visible)
             dialog.showManualResult(data.need, "1.1.4", data.latest, data.desc, "http://h/p", data.message)
             compare(part("details").text, data.details)
-            compare(part("upgradeButton").visible, data.upgrade)
-            compare(part("ignoreBox").visible, data.ignore)
+            compare([part("upgradeButton").visible, part("ignoreBox").visible], [data.need, data.ignore])
             compare(part("headline").text, data.need
                     ? "A new software version has been detected. Do you want to upgrade now?" : "No update is available.")
         }
@@ -114,14 +104,11 @@ Item {
             compare(ignored(), "1.2.0")
             mouseClick(part("cancelButton"))
             verify(!dialog.visible)
-            compare(ignored(), "1.2.0")
-
             // Known again the next time, and showing it changes nothing.
-            dialog.show2("1.2.0", "news")
-            compare(part("ignoreBox").checked, true)
-            dialog.show2("1.3.0", "news")
-            compare(part("ignoreBox").checked, false)
-            compare(ignored(), "1.2.0")
+            for (var version of ["1.2.0", "1.3.0"]) {
+                dialog.show2(version, "news")
+                compare([part("ignoreBox").checked, ignored()], [version === "1.2.0", "1.2.0"])
+            }
 
             dialog.showManualResult(true, "1.1.4", "1.2.0", "", "", "")
             compare(part("ignoreBox").checked, true)
@@ -133,12 +120,12 @@ Item {
         function test_statusTexts_data() {
             var failure = "The update failed, please check whether the network is normal."
             return [
-                { tag: "start", status: CUpgradeControl.UPC_Start, text: "Connect to Server...", button: "Cancel upgrade" },
-                { tag: "download", status: CUpgradeControl.UPC_Download, text: "download file...", button: "Cancel upgrade" },
-                { tag: "finished", status: CUpgradeControl.UPC_Finished, text: "download finished", button: "Cancel" },
-                { tag: "access", status: CUpgradeControl.UPC_Access, text: failure, button: "Cancel upgrade" },
+                { tag: "start", status: CUpgradeControl.UPC_Start, text: "Connect to Server..." },
+                { tag: "download", status: CUpgradeControl.UPC_Download, text: "download file..." },
+                { tag: "finished", status: CUpgradeControl.UPC_Finished, text: "download finished", finished: true },
+                { tag: "access", status: CUpgradeControl.UPC_Access, text: failure },
                 { tag: "canceled closes", status: CUpgradeControl.UPC_Canceled, closes: true },
-                { tag: "error", status: CUpgradeControl.UPC_NetworkError, text: failure, button: "Cancel upgrade" }
+                { tag: "error", status: CUpgradeControl.UPC_NetworkError, text: failure }
             ]
         }
 
@@ -149,22 +136,17 @@ Item {
             if (data.closes)
                 return
             compare(part("progressMessage").text, data.text)
-            compare(part("dismissButton").text, data.button)
-            compare(part("installButton").visible, data.status === CUpgradeControl.UPC_Finished)
+            compare(part("dismissButton").text, data.finished ? "Cancel" : "Cancel upgrade")
+            compare(part("installButton").visible, !!data.finished)
         }
 
-        function test_progress_data() {
-            return [
-                { tag: "half", text: "0.5", value: 50, endless: false },
-                { tag: "no length", text: "-1.04858e+06", value: 0, endless: true }
-            ]
-        }
-
-        function test_progress(data) {
+        function test_progress() {
             startDownload()
-            CUpgradeControl.emitdownloadProgress(data.text)
-            compare(part("downloadBar").value, data.value)
-            compare(part("downloadBar").indeterminate, data.endless)
+            CUpgradeControl.emitdownloadProgress("0.5")
+            compare([part("downloadBar").value, part("downloadBar").indeterminate], [50, false])
+            // The server gave no length.
+            CUpgradeControl.emitdownloadProgress("-1.04858e+06")
+            compare([part("downloadBar").value, part("downloadBar").indeterminate], [0, true])
         }
 
         // Nothing was downloaded here: an install is refused, and the dialog says so before it closes.
@@ -203,8 +185,7 @@ Item {
                 dialog.showManualResult(true, "1.1.4", "1.2", "", "", "")
                 for (var key of [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space, Qt.Key_A])
                     keyClick(key)
-                verify(dialog.visible)
-                compare(dialog._status, 0)
+                verify(part("upgradeButton").visible)
                 part("upgradeButton").forceActiveFocus()
                 keyClick(Qt.Key_Escape)
                 verify(!dialog.visible)
@@ -221,12 +202,11 @@ Item {
             var reached = []
             for (var i = 0; i < 8; ++i) {
                 keyClick(Qt.Key_Tab)
-                var item = _root.Window.window.activeFocusItem
-                verify(dialog._isInside(item))
-                if (reached.indexOf(item.objectName) < 0)
-                    reached.push(item.objectName)
+                reached.push(_root.Window.window.activeFocusItem.objectName)
             }
-            compare(reached.sort(), ["cancelButton", "details", "ignoreBox", "upgradeButton"])
+            var round = ["cancelButton", "details", "ignoreBox", "upgradeButton"]
+            compare(reached.slice(0, 4).sort(), round)
+            compare(reached.slice(4).sort(), round)
         }
 
         function test_nothingBehindIsClicked() {

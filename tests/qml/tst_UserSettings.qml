@@ -45,17 +45,17 @@ Item {
         }
 
         function test_linksAndBack(data) {
-            mouseClick(visiblePart(_page, data.link))
-            compare(_page.currentPage, data.page)
-            mouseClick(visiblePart(_page, "backButton"))
-            compare(_page.currentPage, _page.loginPage)
-
-            visiblePart(_page, data.link).forceActiveFocus()
-            keyClick(Qt.Key_Return)
-            compare(_page.currentPage, data.page)
-            visiblePart(_page, "backButton").forceActiveFocus()
-            keyClick(Qt.Key_Return)
-            compare(_page.currentPage, _page.loginPage)
+            for (var key of [0, Qt.Key_Return]) {
+                for (var step of [[data.link, data.page], ["backButton", _page.loginPage]]) {
+                    var control = visiblePart(_page, step[0])
+                    control.forceActiveFocus()
+                    if (key)
+                        keyClick(key)
+                    else
+                        mouseClick(control)
+                    compare(_page.currentPage, step[1])
+                }
+            }
         }
 
         function test_passwordsAreHidden() {
@@ -66,12 +66,6 @@ Item {
             password.forceActiveFocus()
             keyClick(Qt.Key_X)
             compare(password.text, "x")
-            verify(password.displayText !== "x" || password.passwordMaskDelay > 0)
-        }
-
-        function test_loginDoesNothing() {
-            mouseClick(visiblePart(_page, "loginButton"))
-            compare(_page.currentPage, _page.loginPage)
         }
 
         function test_compact() {
