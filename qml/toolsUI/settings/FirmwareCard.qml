@@ -9,7 +9,7 @@ import "../common"
 SettingsCard {
     id: _root
 
-    readonly property var _manager: GenToolbox.systemManager
+    readonly property QtObject _manager: GenToolbox.systemManager
     /// 0 to 100.
     property int progress: 0
     /// What the state label tells: "", "running", "complete", "failed", "installing", "uninstalling" or

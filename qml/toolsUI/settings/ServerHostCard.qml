@@ -18,7 +18,7 @@ SettingsCard {
     readonly property string status: done === "saved" ? qsTranslate("SysSettings", "Server settings saved.")
         : done === "restored" ? qsTranslate("SysSettings", "Default server settings restored.") : ""
 
-    readonly property var _manager: GenToolbox.systemManager
+    readonly property QtObject _manager: GenToolbox.systemManager
 
     title: qsTranslate("SysSettings", "Server Host")
     hint: qsTranslate("SysSettings", "Configure host, docs port, and API port separately.")
