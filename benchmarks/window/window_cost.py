@@ -121,7 +121,7 @@ def report(title, value, floor, unit, aim):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--build", type=Path, default=ROOT / "build/release", help="build folder")
+    parser.add_argument("--build", type=Path, default=ROOT / "build/ci-release", help="build folder")
     parser.add_argument("--runs", type=int, default=5, help="runs of each kind")
     options = parser.parse_args()
     program = [str(options.build / "quorvel")]

@@ -3,8 +3,6 @@
 
 #include "tools/virtual-instrument/MockInterface.h"
 
-// GLib's headers use "signals" as a name.
-#undef signals
 #include <umockdev.h>
 
 #include <QtDebug>

@@ -3,8 +3,6 @@
 
 #include "instrument/PacketCodec.h"
 
-// GLib's headers use "signals" as a name.
-#undef signals
 #include <umockdev.h>
 
 #include <QMutex>

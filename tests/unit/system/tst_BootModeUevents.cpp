@@ -3,8 +3,6 @@
 #include "platform/DeviceNotice.h"
 #include "tests/unit/system/ManagerFixture.h"
 
-// GLib's headers use "signals" as a name.
-#undef signals
 #include <umockdev.h>
 
 #include <QApplication>
