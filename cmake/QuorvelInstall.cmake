@@ -13,6 +13,7 @@ endif()
 
 install(TARGETS quorvel RUNTIME DESTINATION "${QUORVEL_HOME}")
 install(FILES "${PROJECT_SOURCE_DIR}/pack/Quorvel.ini" DESTINATION "${QUORVEL_HOME}/pack")
+install(FILES "${PROJECT_SOURCE_DIR}/docs/settings.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(FILES "${PROJECT_SOURCE_DIR}/plugins/sunxi-tools/README.md"
         DESTINATION "${QUORVEL_HOME}/plugins/sunxi-tools")
 install(FILES "${PROJECT_SOURCE_DIR}/fonts/NOTICE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME NOTICE.font)

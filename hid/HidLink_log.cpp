@@ -13,13 +13,13 @@ constexpr int cMaxDeviceLogs = 500;
 
 bool HidLink::systemSwitch(const QString& key) const
 {
-    static const QString group = QStringLiteral("sysSettings");
+    static const QString group = QLatin1String(setting::usbDebugEnabled.group);
     return m_settings != nullptr && m_settings->value(group, key, false).toBool();
 }
 
 bool HidLink::usbDebugEnabled() const
 {
-    return systemSwitch(QStringLiteral("usbDebugEnabled"));
+    return systemSwitch(QLatin1String(setting::usbDebugEnabled.key));
 }
 
 void HidLink::logLine(const QString& message) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hid/HidLink.h"
 #include "storage/DataFolders.h"
+#include "storage/SettingsTable.h"
 
 #include <QDateTime>
 #include <QDebug>
@@ -37,7 +38,7 @@ void HidLink::addMultimeterReading(int mode, const QString& text)
 
 bool HidLink::isHistoryPersistenceEnabled() const
 {
-    return systemSwitch(QStringLiteral("saveMultimeterHistoryToFile"));
+    return systemSwitch(QLatin1String(setting::saveMultimeterHistoryToFile.key));
 }
 
 QString HidLink::multimeterHistoryFilePath()

@@ -1,36 +1,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "storage/SettingsTable.h"
+
 #include <QString>
 
 /// The address rule of the one server that everything asks: firmware catalogue, update check, manuals.
 namespace server {
 
-constexpr int cDefaultApiPort = 8078;
-constexpr int cDefaultDocsPort = 8000;
+constexpr int cDefaultApiPort = setting::apiPort.byDefault;
+constexpr int cDefaultDocsPort = setting::docsPort.byDefault;
 
 /// Base URL of the server that is asked while nothing else is configured.
 inline QString defaultServerAddress()
 {
-    return QStringLiteral("http://127.0.0.1");
+    return QLatin1String(setting::serverHost.byDefault);
 }
 
 /// The settings group and keys under which the address is stored.
 inline QString settingsGroup()
 {
-    return QStringLiteral("sysSettings");
+    return QLatin1String(setting::serverHost.group);
 }
 inline QString hostKey()
 {
-    return QStringLiteral("serverHost");
+    return QLatin1String(setting::serverHost.key);
 }
 inline QString apiPortKey()
 {
-    return QStringLiteral("apiPort");
+    return QLatin1String(setting::apiPort.key);
 }
 inline QString docsPortKey()
 {
-    return QStringLiteral("docsPort");
+    return QLatin1String(setting::docsPort.key);
 }
 
 /// The base URL that \a host stands for: trimmed, the default address when empty, without trailing

@@ -23,7 +23,7 @@ void GenSettings::setToolbox(GenToolbox* toolbox)
 void GenSettings::setValue(const QString& key, const QVariant& value, const QString& group)
 {
     m_file->setValue(group.isEmpty() ? defaultGroup : group, key, value);
-    if (key == QLatin1String("language") && m_onLanguageStored)
+    if (key == QLatin1String(setting::language.key) && m_onLanguageStored)
         m_onLanguageStored();
 }
 

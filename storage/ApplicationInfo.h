@@ -9,8 +9,13 @@ inline QString applicationVersion()
     return QStringLiteral(QUORVEL_VERSION);
 }
 
-/// Local socket on which the running instance listens; a second one finds it there and gives up.
+/// Name of the local socket on which the running instance of a user listens; a second one finds it and gives
+/// up.
 inline QString singleInstanceKey()
 {
     return QStringLiteral("org.Quorvel.SingleInstance");
 }
+
+/// Environment variable of a process that an instance starts to take its own place: it waits for that one's
+/// end. The value has no meaning.
+inline constexpr const char* cRestartVariable = "QUORVEL_RESTARTED";

@@ -119,8 +119,7 @@ void SystemManager::writeLog(const QString& message)
 
 void SystemManager::appendToLog(const QString& message, const QDateTime& now)
 {
-    if (m_settings == nullptr ||
-        !m_settings->value(server::settingsGroup(), QStringLiteral("usbDebugEnabled"), false).toBool())
+    if (m_settings == nullptr || !m_settings->value(setting::usbDebugEnabled))
         return;
     m_log.append(message, now);
 }

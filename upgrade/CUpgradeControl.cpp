@@ -41,11 +41,11 @@ QString checkPath()
 }
 QString upgradeGroup()
 {
-    return QStringLiteral("upgrade");
+    return QLatin1String(setting::ignoredVersion.group);
 }
 QString ignoredVersionKey()
 {
-    return QStringLiteral("ignoredVersion");
+    return QLatin1String(setting::ignoredVersion.key);
 }
 
 /// Where the package is stored until it is started.
