@@ -10,19 +10,45 @@
 #include "qmlsupport/TintedImageProvider.h"
 #include "settings/GenSettings.h"
 #include "storage/ApplicationInfo.h"
+#include "storage/SettingsFile.h"
 #include "upgrade/CUpgradeControl.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QIcon>
+#include <QMessageBox>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQmlContext>
 #include <QQuickWindow>
 #include <QTimer>
 
 namespace {
 
+/// The main document gave no window.
+constexpr int cExitNoWindow = 1;
+
 GenApplication* theApplication = nullptr;
+
+QUrl mainDocument()
+{
+    return QUrl(QStringLiteral("qrc:/qml/main.qml"));
+}
+
+/// Shows a message without waiting for its end: readings go on behind it.
+QMessageBox* showMessage(QMessageBox::Icon icon, const QString& text, const QString& details)
+{
+    auto* box = new QMessageBox(icon, QObject::tr("Quorvel"), text, QMessageBox::Ok);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    // The main window may come up later, and its end is the program's.
+    box->setWindowFlag(Qt::WindowStaysOnTopHint);
+    box->setAttribute(Qt::WA_QuitOnClose, false);
+    box->setModal(false);
+    box->setInformativeText(details);
+    box->show();
+    return box;
+}
 
 /// Qt Quick aborts the process when it finds no OpenGL, so look first and paint in software instead. The
 /// context that the application shares between its windows tells, where it has one.
@@ -78,6 +104,11 @@ GenApplication::GenApplication(int& argc, char** argv) : QApplication(argc, argv
     m_toolbox = std::make_unique<GenToolbox>(this);
     m_toolbox->setChildToolboxes();
     updateTranslation();
+    // Queued: the failure may be found on any thread, and a message needs the event loop.
+    m_toolbox->genSettings()->file()->setFailureHandler([this](const QString& path) {
+        QMetaObject::invokeMethod(
+            this, [this, path] { reportUnstoredSettings(path); }, Qt::QueuedConnection);
+    });
 }
 
 GenApplication::~GenApplication()
@@ -109,6 +140,7 @@ void GenApplication::prepareEngine(QQmlEngine& engine)
     engine.rootContext()->setContextProperty(QStringLiteral("GenApp"), this);
     engine.addImageProvider(QStringLiteral("tint"), new TintedImageProvider);
     engine.addImportPath(QStringLiteral("qrc:/qml"));
+    connect(&engine, &QQmlEngine::warnings, this, &GenApplication::reportMissingModule);
 }
 
 bool GenApplication::initQmlEngine()
@@ -118,14 +150,60 @@ bool GenApplication::initQmlEngine()
     chooseSceneGraphBackend();
     m_engine = new QQmlApplicationEngine(this);
     prepareEngine(*m_engine);
-    m_engine->load(QUrl(QStringLiteral("qrc:/qml/main.qml")));
+    m_engine->load(mainDocument());
     if (m_rootWindow == nullptr && !m_engine->rootObjects().isEmpty())
         m_rootWindow = m_engine->rootObjects().constFirst();
     if (m_rootWindow == nullptr) {
-        qCritical() << "The main window could not be loaded; the installation is damaged.";
-        QTimer::singleShot(0, this, [] { QCoreApplication::exit(1); });
+        const QString reason = QQmlComponent(m_engine, mainDocument()).errorString().trimmed();
+        qCritical().noquote() << "The main window could not be loaded:" << reason;
+        QTimer::singleShot(0, this, [this, reason] { reportMissingWindow(reason); });
     }
     return true;
+}
+
+void GenApplication::reportMissingWindow(const QString& reason)
+{
+    // Nothing works behind the message.
+    shutdown();
+    const QMessageBox* box = showMessage(
+        QMessageBox::Critical,
+        translate("QObject", "The window of Quorvel cannot be shown because a part of the program is missing "
+                             "or damaged. Please install Quorvel again."),
+        reason);
+    connect(box, &QMessageBox::finished, this, [] { QCoreApplication::exit(cExitNoWindow); });
+}
+
+void GenApplication::reportMissingModule(const QList<QQmlError>& warnings)
+{
+    // While the main document is being loaded, initQmlEngine() says what it comes to.
+    if (m_missingModuleReported || (m_engine != nullptr && m_rootWindow == nullptr))
+        return;
+    for (const QQmlError& warning : warnings) {
+        if (!warning.description().contains(QLatin1String("is not installed")) &&
+            !warning.description().contains(QLatin1String("plugin cannot be loaded")))
+            continue;
+        m_missingModuleReported = true;
+        showMessage(QMessageBox::Critical,
+                    translate("QObject",
+                              "A part of Quorvel cannot be shown because it is missing or damaged. Please "
+                              "install Quorvel again."),
+                    warning.toString());
+        return;
+    }
+}
+
+void GenApplication::reportUnstoredSettings(const QString& path)
+{
+    // A second instance ends without having used its settings.
+    if (!m_toolbox)
+        return;
+    showMessage(
+        QMessageBox::Warning,
+        translate("QObject", "Settings cannot be stored in %1.")
+            .arg(QDir::toNativeSeparators(QDir::cleanPath(path))),
+        translate("QObject",
+                  "Please check that the folder exists, has free space and may be written. Readings are not "
+                  "affected."));
 }
 
 void GenApplication::shutdown()
@@ -133,14 +211,16 @@ void GenApplication::shutdown()
     delete m_engine;
     m_engine = nullptr;
     m_rootWindow = nullptr;
+    // A log line on another thread may use the settings a little longer than this object lives.
+    if (m_toolbox)
+        m_toolbox->genSettings()->file()->setFailureHandler({});
     m_toolbox.reset();
 }
 
 void GenApplication::updateTranslation()
 {
     GenSettings* settings = m_toolbox ? m_toolbox->genSettings() : nullptr;
-    const int stored =
-        settings != nullptr ? settings->iValue(QStringLiteral("language"), Chinese) : m_currentLanguage;
+    const int stored = settings != nullptr ? settings->file()->value(setting::language) : m_currentLanguage;
     const bool english = stored != Chinese;
     m_locale = english ? QLocale(QLocale::English, QLocale::UnitedStates)
                        : QLocale(QLocale::Chinese, QLocale::China);
@@ -173,7 +253,7 @@ bool GenApplication::setLanguage(int language)
         updateTranslation();
     } else {
         // Storing this key makes the settings store call updateTranslation().
-        settings->setValue(QStringLiteral("language"), wanted);
+        settings->setValue(QLatin1String(setting::language.key), wanted);
     }
     return m_currentLanguage == wanted;
 }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QApplication>
+#include <QList>
 #include <QLocale>
+#include <QQmlError>
 #include <QTranslator>
 
 #include <memory>
@@ -40,10 +42,10 @@ public:
 
     void registerQmlTypes();
     /// Gives \a engine what the interface's documents expect: context properties, image provider, import
-    /// path.
+    /// path. A QML module that is missing later is said in a message.
     void prepareEngine(QQmlEngine& engine);
-    /// Creates the engine and loads the main document. Always true: when the document yields no window,
-    /// the reason is printed and the event loop is left with exit code 1.
+    /// Creates the engine and loads the main document. Always true: when the document yields no window, a
+    /// message says what is missing, and closing it leaves the event loop with exit code 1.
     bool initQmlEngine();
     /// Deletes the engine, then the toolbox: bindings and QML singletons go before the objects they use.
     void shutdown();
@@ -53,6 +55,11 @@ Q_SIGNALS:
     void currentLanguageChanged();
 
 private:
+    void reportMissingWindow(const QString& reason);
+    /// Says once when a page cannot be made because a QML module is missing.
+    void reportMissingModule(const QList<QQmlError>& warnings);
+    void reportUnstoredSettings(const QString& path);
+
     QQmlApplicationEngine* m_engine = nullptr;
     QObject* m_rootWindow = nullptr;
     QTranslator m_translator;
@@ -61,6 +68,7 @@ private:
     QLocale m_locale;
     std::unique_ptr<GenToolbox> m_toolbox;
     int m_currentLanguage = Chinese;
+    bool m_missingModuleReported = false;
 };
 
 /// The application object; null before its construction and after its destruction.

@@ -1,31 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/GenApplication.h"
+#include "app/SingleInstance.h"
 #include "platform/Allocator.h"
-#include "storage/ApplicationInfo.h"
 
 #include <QDebug>
-#include <QLocalServer>
-#include <QLocalSocket>
 #include <QMessageBox>
 #include <QTextCodec>
 
-#include <limits>
 #include <memory>
 
 namespace {
 
-constexpr int cInstanceProbeTimeoutMs = 30;
-
-/// Whether another instance listens on the single-instance socket.
-bool anotherInstanceRuns()
-{
-    QLocalSocket probe;
-    probe.connectToServer(singleInstanceKey(), QIODevice::ReadWrite);
-    if (!probe.waitForConnected(cInstanceProbeTimeoutMs))
-        return false;
-    probe.disconnectFromServer();
-    return true;
-}
+/// The socket for later instances cannot be opened. The system shows 255.
+constexpr int cExitNoSocket = -1;
 
 } // namespace
 
@@ -37,25 +24,28 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 
+    // Outlives the application object: until then this instance may still hold the instrument.
+    SingleInstance instance;
     auto app = std::make_unique<GenApplication>(argc, argv);
-    if (anotherInstanceRuns()) {
-        // Before the message, whose event loop would start the timers of the core objects: they would open
-        // the instrument that the running instance reads.
+    const SingleInstance::Claim claim = instance.claim();
+    // Before a message, whose event loop would start the timers of the core objects: they would open the
+    // instrument that the running instance reads.
+    if (claim != SingleInstance::Claim::First)
         app->shutdown();
+    if (claim == SingleInstance::Claim::AnotherRuns) {
         QMessageBox::warning(nullptr, QObject::tr("Quorvel"),
                              QObject::tr("An application is already running."), QMessageBox::Ok);
         return 0;
     }
-    // Without parent and outside the application: it stays open until the process leaves main.
-    QLocalServer instanceServer;
-    // Nobody takes the connections of later instances. With a limit, enough of them would end the listening.
-    instanceServer.setMaxPendingConnections(std::numeric_limits<int>::max());
-    QLocalServer::removeServer(singleInstanceKey());
-    if (!instanceServer.listen(singleInstanceKey()))
-        return -1;
+    if (claim == SingleInstance::Claim::Failed) {
+        qCritical().noquote() << "Quorvel cannot start:" << instance.errorString();
+        QMessageBox::critical(nullptr, QObject::tr("Quorvel"),
+                              QObject::tr("Quorvel cannot start because it cannot open its local socket.") +
+                                  QLatin1String("\n\n") + instance.errorString());
+        return cExitNoSocket;
+    }
     app->registerQmlTypes();
-    if (!app->initQmlEngine())
-        return -1;
+    app->initQmlEngine();
     const int exitCode = QCoreApplication::exec();
     app->shutdown();
     app.reset();

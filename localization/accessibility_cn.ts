@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<!-- What assistive technology reads and tool tips say, beside the texts of gen_cn.ts. -->
+<!-- What assistive technology reads, tool tips and messages about faults say, beside the texts of gen_cn.ts. -->
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
     <name>GenTextField</name>
@@ -45,6 +45,33 @@
     <message>
         <source>Expand the page list</source>
         <translation>展开页面列表</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>A part of Quorvel cannot be shown because it is missing or damaged. Please install Quorvel again.</source>
+        <translation>Quorvel 的某个部分缺失或已损坏，无法显示。请重新安装 Quorvel。</translation>
+    </message>
+    <message>
+        <source>Please check that the folder exists, has free space and may be written. Readings are not affected.</source>
+        <translation>请检查该文件夹是否存在、是否有剩余空间以及是否可写。测量不受影响。</translation>
+    </message>
+    <message>
+        <source>Quorvel cannot start because it cannot open its local socket.</source>
+        <translation>Quorvel 无法启动，因为无法打开本地套接字。</translation>
+    </message>
+    <message>
+        <source>Quorvel could not be started again. Please start it yourself.</source>
+        <translation>Quorvel 无法重新启动。请手动启动。</translation>
+    </message>
+    <message>
+        <source>Settings cannot be stored in %1.</source>
+        <translation>无法将设置保存到 %1。</translation>
+    </message>
+    <message>
+        <source>The window of Quorvel cannot be shown because a part of the program is missing or damaged. Please install Quorvel again.</source>
+        <translation>Quorvel 的窗口无法显示，因为程序的某个部分缺失或已损坏。请重新安装 Quorvel。</translation>
     </message>
 </context>
 </TS>

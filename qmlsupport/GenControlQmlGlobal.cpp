@@ -1,16 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "qmlsupport/GenControlQmlGlobal.h"
 
+#include "platform/ChildProcess.h"
+#include "storage/ApplicationInfo.h"
+
 #include <QApplication>
 #include <QLocale>
-#include <QProcess>
+#include <QMessageBox>
 
 void GenControlQmlGlobal::restartApp()
 {
+    // This function ends the program, not its last window.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication::closeAllWindows();
     // Program and arguments apart, so that a path with blanks or quotes starts too.
-    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
-    QCoreApplication::exit(0);
+    platform::ChildProcess next;
+    next.setProgram(QCoreApplication::applicationFilePath());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // This instance still listens and holds the instrument: the new one waits for its end.
+    environment.insert(QLatin1String(cRestartVariable), QStringLiteral("1"));
+    next.setProcessEnvironment(environment);
+    if (next.startDetached()) {
+        QCoreApplication::exit(0);
+        return;
+    }
+    // Shown without an event loop of its own: a handler of the interface may have called.
+    auto* box =
+        new QMessageBox(QMessageBox::Critical, QCoreApplication::translate("QObject", "Quorvel"),
+                        QCoreApplication::translate(
+                            "QObject", "Quorvel could not be started again. Please start it yourself."));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::finished, qApp, [] { QCoreApplication::exit(0); });
+    box->show();
 }
 
 bool GenControlQmlGlobal::isChineseLanguage() const

@@ -27,7 +27,8 @@ public:
     double zOrderTrajectoryLines() const { return 48; }
     double zOrderWaypointLines() const { return 47; }
 
-    /// Closes all windows, starts a new process of this executable and leaves the event loop with 0.
+    /// Closes all windows, starts a new process of this executable, which waits for the end of this one, and
+    /// leaves the event loop with 0. Where the process cannot be started, a message says so first.
     Q_INVOKABLE void restartApp();
     /// Whether Chinese without a country names the locale "zh_CN": true with the standard locale data,
     /// whatever the interface language. The interface language is GenApp.currentLanguage.

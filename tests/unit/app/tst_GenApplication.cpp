@@ -53,6 +53,20 @@ private Q_SLOTS:
         QCOMPARE(locale.count(), 1);
     }
 
+    void toolboxWritesBytesAsHexadecimalText_data()
+    {
+        const test::Table<QByteArray, QString> table("bytes", "text");
+        table.row("none", {}, {});
+        table.row("one", "\x05", "05");
+        table.row("three", "\x0A\x1B\xFF", "0A 1B FF");
+    }
+
+    void toolboxWritesBytesAsHexadecimalText()
+    {
+        QFETCH(QByteArray, bytes);
+        QTEST(genApp()->toolbox()->byteArrayToHexString(bytes), "text");
+    }
+
     /// Runs last: nothing of the application's core is left afterwards.
     void shutsDownOnceOnly()
     {
