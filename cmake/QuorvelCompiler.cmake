@@ -23,9 +23,14 @@ endif()
 
 # quorvel_configure(<target>): the warnings and definitions that every target of this project shares.
 function(quorvel_configure target)
-    target_compile_definitions(${target} PRIVATE QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050C00
-                                                 QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
-                                                 QT_NO_URL_CAST_FROM_STRING)
+    target_compile_definitions(
+        ${target}
+        PRIVATE QT_DEPRECATED_WARNINGS
+                QT_DISABLE_DEPRECATED_BEFORE=0x050C00
+                QT_NO_CAST_TO_ASCII
+                QT_NO_FOREACH
+                QT_NO_KEYWORDS
+                QT_NO_URL_CAST_FROM_STRING)
     target_compile_options(
         ${target}
         PRIVATE -Wall

@@ -1,35 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/SettingsFile.h"
 
-#include "storage/JsonFile.h"
-
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
-#include <QSaveFile>
+#include <QSettings>
 #include <QStandardPaths>
-#include <QThread>
 
-#include <chrono>
 #include <utility>
 
 namespace {
 
-/// How long to wait for another process that writes the file, and how often to look. Writing takes
-/// milliseconds; the user interface must not wait for a process that hangs.
-constexpr int cLockTimeoutMs = 2000;
-constexpr unsigned long cLockIntervalMs = 1;
-/// The clocks of file systems take steps of up to 10 ms. A file that was changed less than this ago is
-/// compared byte by byte.
-constexpr std::chrono::nanoseconds cStampSettles = std::chrono::milliseconds(100);
-/// Reads that follow each other faster than a file can be written share one look at its stamp.
-constexpr std::chrono::microseconds cLookInterval(10);
-/// A file of settings has two kilobytes. What is larger is none.
-constexpr qint64 cMaximumBytes = qint64(1) << 20;
+/// Reads that follow each other faster than this share one look at the file.
+constexpr std::chrono::milliseconds cLookInterval(1);
+/// A look at the file also tries to write what could not be written before; that is tried less often.
+constexpr std::chrono::milliseconds cRetryInterval(1000);
 
 QString settingsFileName()
 {
@@ -39,22 +26,6 @@ QString settingsFileName()
 QString pathOf(const QString& group, const QString& key)
 {
     return group + QLatin1Char('/') + key;
-}
-
-/// Waits for \a lock. QLockFile itself looks ten times a second at most, and seldom finds it free between the
-/// writes of another process.
-void waitFor(QLockFile& lock)
-{
-    const QDeadlineTimer deadline(cLockTimeoutMs);
-    while (!lock.tryLock(0) && lock.error() == QLockFile::LockFailedError && !deadline.hasExpired())
-        QThread::msleep(cLockIntervalMs);
-}
-
-bool isSettled(const platform::FileStamp& stamp)
-{
-    const std::chrono::nanoseconds now = std::chrono::system_clock::now().time_since_epoch();
-    return stamp.size < 0 ||
-           std::chrono::abs(now - std::chrono::nanoseconds(stamp.modifiedNs)) > cStampSettles;
 }
 
 } // namespace
@@ -82,6 +53,7 @@ SettingsFile::SettingsFile()
     }
     qDebug().noquote() << "filePath:" << filePath;
     m_path = filePath;
+    open();
     const QFileInfo file(filePath);
     if (!QFileInfo(folder).isWritable() || (file.exists() && !(file.isWritable() && file.isReadable())))
         fail(filePath, QStringLiteral("it may not be written"));
@@ -92,23 +64,29 @@ SettingsFile::~SettingsFile() = default;
 QVariant SettingsFile::value(const QString& group, const QString& key, const QVariant& defaultValue) const
 {
     const QMutexLocker lock(&m_mutex);
-    if (m_path.isEmpty())
+    if (!m_settings)
         return defaultValue;
-    const QString path = pathOf(group, key);
-    const auto unsaved = m_unsaved.constFind(path);
-    if (unsaved != m_unsaved.cend())
-        return *unsaved;
     refresh();
-    return m_document.value(path).value_or(defaultValue);
+    const QString path = pathOf(group, key);
+    // An invalid value can be stored as well ("@Invalid()"): it is not a missing one.
+    return m_settings->contains(path) ? m_settings->value(path) : defaultValue;
 }
 
 void SettingsFile::setValue(const QString& group, const QString& key, const QVariant& value)
 {
     const QMutexLocker lock(&m_mutex);
-    if (m_path.isEmpty())
+    if (!m_settings)
         return;
-    m_unsaved.insert(pathOf(group, key), value);
-    store();
+    m_settings->sync();
+    keepDamagedFile();
+    m_settings->setValue(pathOf(group, key), value);
+    // Merges with what other processes wrote, under a lock that they respect, and replaces the file whole.
+    m_settings->sync();
+    m_lookedAt = std::chrono::steady_clock::now();
+    if (m_settings->status() == QSettings::AccessError) {
+        fail(m_path, QStringLiteral("the file cannot be written"));
+        open();
+    }
 }
 
 void SettingsFile::setFailureHandler(std::function<void(const QString&)> handler)
@@ -119,75 +97,37 @@ void SettingsFile::setFailureHandler(std::function<void(const QString&)> handler
         std::exchange(m_failureHandler, {})(m_failedPath);
 }
 
+/// Makes a new view of the file. The status of QSettings keeps its first error, so a new view forgets it;
+/// values that are not written yet stay, because all views of a file share them.
+void SettingsFile::open() const
+{
+    auto settings = std::make_unique<QSettings>(m_path, QSettings::IniFormat);
+    settings->setIniCodec("utf-8");
+    m_settings = std::move(settings);
+}
+
 void SettingsFile::refresh() const
 {
     const auto now = std::chrono::steady_clock::now();
-    if (m_stampSettled && now - m_lookedAt < cLookInterval)
+    if (now - m_lookedAt < (m_failedPath.isEmpty() ? cLookInterval : cRetryInterval))
         return;
     m_lookedAt = now;
-    const platform::FileStamp stamp = platform::fileStamp(m_path);
-    if (m_stampSettled && stamp == m_stamp)
-        return;
-    QByteArray text;
-    // A file that is being replaced on Windows cannot be read for a moment: the next read tries again.
-    if (readText(text) == Content::Unreadable)
-        return;
-    m_stamp = stamp;
-    m_stampSettled = isSettled(stamp);
-    if (text == m_document.text())
-        return;
-    m_document = IniDocument(text);
-    if (m_document.isComplete() && !text.isEmpty())
-        m_lastComplete = m_document;
+    // Reads the file again when its size or time has changed.
+    m_settings->sync();
 }
 
-SettingsFile::Content SettingsFile::readText(QByteArray& text) const
+/// QSettings drops lines that it does not understand with the next write.
+void SettingsFile::keepDamagedFile()
 {
-    QFile file(m_path);
-    if (!file.exists())
-        return Content::Missing;
-    if (!file.open(QIODevice::ReadOnly))
-        return Content::Unreadable;
-    text = file.read(cMaximumBytes);
-    return file.error() == QFileDevice::NoError ? Content::Read : Content::Unreadable;
-}
-
-void SettingsFile::store()
-{
-    // Other processes of this user, and earlier versions, lock the same file. It goes on without the lock
-    // when one of them hangs: the file is replaced whole all the same.
-    QLockFile lock(m_path + QLatin1String(".lock"));
-    waitFor(lock);
-
-    QByteArray text;
-    const Content content = readText(text);
-    if (content == Content::Unreadable) {
-        fail(m_path, QStringLiteral("the file cannot be read"));
+    // Sections are parsed when they are first used; this parses all of them.
+    m_settings->allKeys();
+    if (m_settings->status() != QSettings::FormatError)
         return;
-    }
-    IniDocument document(text);
-    if (!document.isText()) {
-        // What a user may still want to see.
-        const QString copy = m_path + QLatin1String(".damaged");
-        QFile::remove(copy);
-        QFile::copy(m_path, copy);
-        document = m_lastComplete;
-    } else if (content == Content::Read && (text.isEmpty() || !document.isComplete())) {
-        document.addMissing(m_lastComplete);
-    }
-    for (auto entry = m_unsaved.cbegin(); entry != m_unsaved.cend(); ++entry)
-        document.setValue(entry.key(), entry.value());
-    if (document.text() != text) {
-        QSaveFile file(m_path);
-        if (!jsonfile::stage(file, document.text()) || !file.commit()) {
-            fail(m_path, file.errorString());
-            return;
-        }
-    }
-    m_unsaved.clear();
-    m_lastComplete = document;
-    m_stampSettled = false;
-    refresh();
+    const QString copy = m_path + QLatin1String(".damaged");
+    QFile::remove(copy);
+    if (QFile::copy(m_path, copy))
+        qWarning().noquote() << "Settings:" << m_path << "is damaged; it was copied to" << copy;
+    open();
 }
 
 void SettingsFile::fail(const QString& path, const QString& reason)

@@ -1,27 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/FileStamp.h"
-#include "storage/IniDocument.h"
 #include "storage/SettingsTable.h"
 
-#include <QHash>
 #include <QMutex>
 #include <QString>
 #include <QVariant>
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <type_traits>
+
+class QSettings;
 
 /**
  * The file of all settings, "Quorvel.ini" in the Documents folder. Every function may be called from any
  * thread.
  *
- * A read looks at the file's stamp and reads the file again when it has changed, so that a change by hand or
- * by another process counts at once. A write changes the one value in the text that is in the file now, under
- * a lock that other processes respect, and replaces the file whole. Where the file looks half written or
- * damaged, a write brings back the entries of the last text that was complete.
+ * A read sees changes by hand or by another process within a millisecond. A write changes one value, keeps
+ * the values that others wrote, and replaces the file whole. A damaged file is copied to
+ * "Quorvel.ini.damaged" before the first write changes it.
  *
  * Its users share it, so it lives as long as the last of them. When the settings folder cannot be created,
  * reads return their defaults and nothing is stored. When only a write fails, its value lasts as long as this
@@ -46,8 +45,7 @@ public:
             .template value<Value>();
     }
 
-    /// Stores a value and writes it to disk before returning. Waits at most two seconds for another process
-    /// that is writing.
+    /// Stores a value and writes it to disk before returning.
     void setValue(const QString& group, const QString& key, const QVariant& value);
     /// The same for an entry of the table.
     template <typename T>
@@ -61,28 +59,19 @@ public:
     void setFailureHandler(std::function<void(const QString& path)> handler);
 
 private:
-    enum class Content { Read, Missing, Unreadable };
-
+    void open() const;
     void refresh() const;
-    Content readText(QByteArray& text) const;
-    void store();
+    void keepDamagedFile();
     void fail(const QString& path, const QString& reason);
 
-    /// Guards everything below.
+    /// Guards all members below.
     mutable QMutex m_mutex;
     /// Empty when the folder could not be created.
     QString m_path;
-    /// The file as it was when it had m_stamp.
-    mutable IniDocument m_document;
-    mutable platform::FileStamp m_stamp;
+    /// Null when the folder could not be created.
+    mutable std::unique_ptr<QSettings> m_settings;
     mutable std::chrono::steady_clock::time_point m_lookedAt;
-    /// False while the stamp is so young that one more change might not show in it.
-    mutable bool m_stampSettled = false;
-    /// The last text that was complete, or that this object wrote.
-    mutable IniDocument m_lastComplete;
-    /// Values that could not be written yet, by path.
-    QHash<QString, QVariant> m_unsaved;
-    /// Where storing failed first; empty while it did not.
+    /// Path of the first failure; empty before it.
     QString m_failedPath;
     std::function<void(const QString&)> m_failureHandler;
 };
