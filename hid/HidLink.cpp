@@ -1,40 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hid/HidLink.h"
 
-#include <hidapi.h>
-
 #include <QDateTime>
 
-namespace {
-
-constexpr int cPollIntervalMs = 500;
-constexpr int cStartDelayMs = 1500;
-constexpr int cFirstOpenDelayMs = 300;
-/// Poll ticks between two silent attempts to open a device.
-constexpr int cTicksPerAttempt = 5;
-constexpr qint64 cSilenceLimitMs = 10000;
-
-} // namespace
-
 HidLink::HidLink(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings)
-    : GenTool(app, toolbox), m_settings(std::move(settings)), m_clock(&QDateTime::currentMSecsSinceEpoch)
+    : GenTool(app, toolbox)
+    , m_settings(std::move(settings))
+    , m_clock(&QDateTime::currentMSecsSinceEpoch)
+    , m_supervisor([this](const QString& line) { logLine(line); })
 {
     if (isHistoryPersistenceEnabled())
         loadMultimeterHistory();
-    m_pollTimer.setInterval(cPollIntervalMs);
-    connect(&m_pollTimer, &QTimer::timeout, this, &HidLink::pollDevice);
-    QTimer::singleShot(cStartDelayMs, this, &HidLink::startUp);
+    connect(&m_supervisor, &InstrumentSupervisor::openFailed, this, &HidLink::errorOccurred);
+    connect(&m_supervisor.port(), &InstrumentPort::stateChanged, this, &HidLink::onPortStateChanged);
+    connect(&m_supervisor.port(), &InstrumentPort::packetReceived, this, &HidLink::onPacketReceived);
+    m_supervisor.start();
 }
 
 HidLink::~HidLink()
 {
-    m_shuttingDown = true;
-    m_pollTimer.stop();
     closeDevice();
-    if (m_hidInitialized) {
-        hid_exit();
-        m_hidInitialized = false;
-    }
+    if (m_multimeterRows.saveFailed())
+        saveMultimeterHistory();
 }
 
 void HidLink::setToolbox(GenToolbox* toolbox)
@@ -43,34 +30,66 @@ void HidLink::setToolbox(GenToolbox* toolbox)
     publishToQml(this, "GenTool.HidLink", "HidLink");
 }
 
-void HidLink::startUp()
-{
-    if (m_shuttingDown || !ensureHidInitialized())
-        return;
-    m_pollTimer.start();
-    QTimer::singleShot(cFirstOpenDelayMs, this, [this] {
-        if (!m_shuttingDown && ensureHidInitialized())
-            tryOpenDevice(true);
-    });
-}
-
 bool HidLink::openDevice()
 {
-    return !m_shuttingDown && ensureHidInitialized() && tryOpenDevice(true);
+    return m_supervisor.tryOpenDevice(true);
 }
 
 void HidLink::closeDevice()
 {
-    stopReadThread();
-    if (m_device) {
-        const QMutexLocker lock(&m_deviceMutex);
-        m_device.reset();
+    // A port that closes says so, which shows it.
+    if (!m_supervisor.port().close())
+        showClosed();
+}
+
+void HidLink::pollDevice()
+{
+    m_supervisor.poll();
+}
+
+void HidLink::onPortStateChanged(InstrumentPort::State state)
+{
+    switch (state) {
+    case InstrumentPort::State::Open:
+        m_connected = true;
+        Q_EMIT devicesStatusChanged();
+        return;
+    case InstrumentPort::State::Failed:
+        return handleReadError(m_supervisor.port().failure());
+    case InstrumentPort::State::Closed:
+        return showClosed();
+    case InstrumentPort::State::Closing:
+        return;
     }
+}
+
+void HidLink::onPacketReceived(const InstrumentPacket& packet)
+{
+    if (m_supervisor.port().isOpen())
+        handleIncomingPacket(packet.bytes);
+    else if (PacketCodec::packetType(packet.bytes) == static_cast<int>(PacketCodec::Type::DeviceLog))
+        // The live values are about to be emptied, but the instrument's own messages are always kept.
+        handleDeviceLogPacket(packet.bytes);
+}
+
+void HidLink::handleReadError(const QString& message)
+{
+    Q_EMIT errorOccurred(message);
+    closeDevice();
+}
+
+void HidLink::showClosed()
+{
     if (m_connected) {
         m_connected = false;
         Q_EMIT devicesStatusChanged();
     }
-    resetLiveState();
+    m_deviceInfo = {};
+    m_measurement = {};
+    resetMultimeter();
+    m_deviceLog.forgetLastLine();
+    m_lastRxPacket.reset();
+    m_lastTxPacket.reset();
     Q_EMIT deviceInfoChanged();
     Q_EMIT measurementChanged();
     Q_EMIT multimeterChanged();
@@ -79,37 +98,8 @@ void HidLink::closeDevice()
     Q_EMIT packetTraceChanged();
 }
 
-void HidLink::resetLiveState()
+bool HidLink::writePacket(const QByteArray& packet)
 {
-    m_deviceId.clear();
-    m_deviceVersion.clear();
-    m_measurement = {};
-    resetMultimeter();
-    m_lastDeviceLog.clear();
-    m_lastRxPacket.reset();
-    m_lastTxPacket.reset();
-}
-
-void HidLink::pollDevice()
-{
-    if (m_shuttingDown)
-        return;
-    if (!m_device) {
-        if (!m_readThread && ++m_openAttemptCounter >= cTicksPerAttempt) {
-            m_openAttemptCounter = 0;
-            tryOpenDevice(false);
-        }
-        return;
-    }
-    if (!m_packetSinceOpen && m_openedAtMs >= 1 && m_clock() - m_openedAtMs > cSilenceLimitMs) {
-        logLine(QStringLiteral("No HID packet received within 10 seconds after open. Reopening device."));
-        closeDevice();
-        tryOpenDevice(false);
-    }
-}
-
-void HidLink::handleReadError(const QString& message)
-{
-    Q_EMIT errorOccurred(message);
-    closeDevice();
+    traceSent(packet);
+    return m_supervisor.port().write(packet);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "instrument/DeviceLog.h"
+#include "instrument/InstrumentSupervisor.h"
 #include "instrument/MultimeterHistory.h"
 #include "instrument/MultimeterReading.h"
 #include "instrument/PacketCodec.h"
@@ -9,27 +11,23 @@
 #include "storage/DailyLog.h"
 
 #include <QByteArray>
-#include <QMutex>
+#include <QDateTime>
 #include <QString>
-#include <QTimer>
 #include <QVariant>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <thread>
 
 class SettingsFile;
-struct hid_device_;
 
 /**
- * The one object that talks to the instrument: finds it among the HID devices, opens it, reads it on a
- * thread of its own, writes to it and keeps the link alive. Holds what the instrument said last, as
- * properties. Lives on the GUI thread; every signal is emitted there.
+ * What the interface sees of the instrument: the last values it sent, its messages, recorded readings and
+ * curve files. An InstrumentSupervisor keeps the device open underneath. Lives on the GUI thread; every
+ * signal is emitted there.
  *
- * Sources: HidLink.cpp (life cycle and supervision), HidLink_link.cpp (discovery, reading and writing),
- * HidLink_protocol.cpp, HidLink_log.cpp, HidLink_multimeter.cpp and HidLink_curves.cpp.
+ * Sources: HidLink.cpp (life cycle), HidLink_protocol.cpp, HidLink_log.cpp, HidLink_multimeter.cpp and
+ * HidLink_curves.cpp.
  */
 class HidLink : public GenTool
 {
@@ -68,19 +66,19 @@ class HidLink : public GenTool
 public:
     /// Without \a settings every switch is off.
     HidLink(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings = {});
-    /// Stops the reader and closes the device; takes at most one read time-out of 25 ms.
+    /// Closes the device, which takes 25 ms at most, and saves a history that could not be saved before.
     ~HidLink() override;
 
     void setToolbox(GenToolbox* toolbox) override;
 
-    /// Where the link takes the time from: milliseconds since the epoch. Tests turn it by hand.
+    /// Sets where the link takes the time of day from: milliseconds since the epoch. For tests.
     void setClock(std::function<qint64()> epochMs) { m_clock = std::move(epochMs); }
 
     /// Whether a device is open.
     bool connected() const { return m_connected; }
-    /// Who the instrument says it is; empty until it did.
-    QString deviceId() const { return m_deviceId; }
-    QString deviceVersion() const { return m_deviceVersion; }
+    /// Device id and version reported by the instrument; empty until the first device-info packet.
+    QString deviceId() const { return m_deviceInfo.deviceId; }
+    QString deviceVersion() const { return m_deviceInfo.deviceVersion; }
 
     // The last measurement: volts, amperes, watts, mAh and seconds as the instrument sent them; 0 before the
     // first and while no device is open.
@@ -116,14 +114,14 @@ public:
     QString lastRxPacket() const;
     QString lastTxPacket() const;
     /// The instrument's last log message, "[yyyy-MM-dd HH:mm:ss] message".
-    QString lastDeviceLog() const { return m_lastDeviceLog; }
+    QString lastDeviceLog() const { return m_deviceLog.lastLine(); }
     /// The instrument's log messages, newest first, at most 500: maps of "dateTime" and "message".
-    QVariantList deviceLogs() const { return m_deviceLogs; }
+    QVariantList deviceLogs() const { return m_deviceLog.entries(); }
 
-    /// Looks for the instrument and opens it. True when a device is open afterwards; otherwise
-    /// errorOccurred says so.
+    /// Opens the instrument unless it is open. Returns true when it is open afterwards. A device that was not
+    /// found is reported by errorOccurred().
     Q_INVOKABLE bool openDevice();
-    /// Closes the device and empties the live values. The supervision opens it again 2.5 s later.
+    /// Closes the device and empties the live values. The supervision opens it again about 2.5 s later.
     Q_INVOKABLE void closeDevice();
 
     /// Asks the instrument to show a screen, or sends any other UI-control packet; each number keeps its
@@ -132,9 +130,9 @@ public:
                                          int layer2 = PacketCodec::cLayerNotGiven,
                                          int layer3 = PacketCodec::cLayerNotGiven,
                                          int direction = PacketCodec::HostRequest);
-    /// Uploads the values of one curve, at most 3570 (more is refused with errorOccurred); what is no
-    /// number counts as 0. Opens a device when none is open. False when a packet could not be sent: the
-    /// ones before it stay sent.
+    /// Uploads the values of one curve, at most 3570 (more is refused with errorOccurred); an entry
+    /// that is not a number counts as 0. Opens a device when none is open. False when a packet could not be
+    /// sent: the ones before it stay sent.
     Q_INVOKABLE bool sendCurveData(const QVariantList& points);
     /// Sets the Type-C charge and time to 0 until the next measurement arrives.
     Q_INVOKABLE void clearTypeCMahandSec();
@@ -177,41 +175,17 @@ Q_SIGNALS:
 private Q_SLOTS:
     void pollDevice();
     void handleIncomingPacket(const QByteArray& packet);
+    /// Reports a failure of the device and shows the link as closed.
     void handleReadError(const QString& message);
 
 private:
-    struct DeviceCloser
-    {
-        void operator()(hid_device_* device) const;
-    };
-    using DeviceHandle = std::unique_ptr<hid_device_, DeviceCloser>;
-    /// What a search for the instrument came to.
-    struct Discovery
-    {
-        DeviceHandle device; ///< null when nothing could be opened
-        QString selectedPath;
-        QByteArray probePacket; ///< a valid packet that was read while probing, or empty
-        QString accessAdvice;   ///< the way out when the system refused to open a node, or empty
-    };
-
-    void startUp();
-
-    // HidLink_link.cpp
-    bool ensureHidInitialized();
-    bool ensureDeviceOpen();
-    bool tryOpenDevice(bool reportFailure);
-    Discovery discoverDevice();
-    DeviceHandle openPath(const char* path, Discovery& discovery);
-    QByteArray probe(hid_device_* device, const QString& path);
-    void noteAccess(const QString& advice, bool reportFailure);
-    void startReadThread();
-    void stopReadThread();
-    void readLoop();
+    void onPortStateChanged(InstrumentPort::State state);
+    void onPacketReceived(const InstrumentPacket& packet);
+    void showClosed();
     bool writePacket(const QByteArray& packet);
-    void resetLiveState();
+    QDateTime wallTime() const { return QDateTime::fromMSecsSinceEpoch(m_clock()); }
 
     // HidLink_protocol.cpp
-    static bool isValidPacket(const QByteArray& packet);
     void dispatchPacket(const QByteArray& packet);
     void handleMeasurementPacket(const QByteArray& packet);
     void handleDeviceInfoPacket(const QByteArray& packet);
@@ -220,13 +194,10 @@ private:
     void handleUiControlPacket(const QByteArray& packet);
 
     // HidLink_log.cpp
-    /// A switch of the group "sysSettings", off by default and while there is no settings store.
-    bool systemSwitch(const QString& key) const;
     bool usbDebugEnabled() const;
     void logLine(const QString& message) const;
     void traceReceived(const QByteArray& packet);
     void traceSent(const QByteArray& packet);
-    static QString formatPacket(const QByteArray& packet);
     void appendDeviceLog(const QString& message);
 
     // HidLink_multimeter.cpp
@@ -237,48 +208,22 @@ private:
     static QString multimeterHistoryFilePath();
     void loadMultimeterHistory();
     void saveMultimeterHistory();
-    /// Part of closing the device: last reading, current table and recording gate, without signals.
+    /// Empties the last reading, the current table and the recording gate, without signals.
     void resetMultimeter();
 
     /// Null without a store: every switch is then off.
     const std::shared_ptr<SettingsFile> m_settings;
-    DeviceHandle m_device;
-    int m_lastWriteResult = -1;
-    const int m_vendorId = 0x0483;
-    const int m_productId = 0x5750;
-    bool m_hidInitialized = false;
+    std::function<qint64()> m_clock;
     bool m_connected = false;
-    std::atomic_bool m_shuttingDown{false};
-    QTimer m_pollTimer;
-    std::unique_ptr<std::thread> m_readThread;
-    std::atomic_bool m_readRunning{false};
-    /// Guards m_device, which the reader copies before each read, and hidapi's error text of the device.
-    /// Only the GUI thread changes m_device, so it reads it without.
-    QMutex m_deviceMutex;
-    /// Counts the opens: what a former reader left in the event queue is told from the present one's.
-    int m_linkNumber = 0;
-
-    QString m_deviceId;
-    QString m_deviceVersion;
+    PacketCodec::DeviceInfo m_deviceInfo;
     PacketCodec::Measurement m_measurement;
-
     MultimeterReading m_multimeter;
     MultimeterHistory m_multimeterRows;
-    ReadingGate m_readingGate{[this] { return m_clock(); }};
-
-    QString m_lastDeviceLog;
-    QVariantList m_deviceLogs;
-    /// As they came: most packets are never looked at as text.
+    ReadingGate m_readingGate;
+    DeviceLog m_deviceLog;
+    /// As bytes: most packets are never looked at as text.
     std::optional<QByteArray> m_lastRxPacket;
     std::optional<QByteArray> m_lastTxPacket;
     const DailyLog m_linkLog{QStringLiteral("hid_link_%1.log")};
-    const DailyLog m_deviceLogFile{QStringLiteral("device_log_%1.txt"), DailyLog::Encoding::Local8Bit};
-
-    int m_openAttemptCounter = 0;
-    qint64 m_openedAtMs = 0;
-    bool m_packetSinceOpen = false;
-    /// Open attempts in a row that the system refused, and whether that has been said on the console.
-    int m_accessRefusals = 0;
-    bool m_accessWarned = false;
-    std::function<qint64()> m_clock;
+    InstrumentSupervisor m_supervisor;
 };

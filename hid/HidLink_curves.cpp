@@ -4,7 +4,6 @@
 #include "platform/FileManager.h"
 #include "storage/DataFolders.h"
 
-#include <QDateTime>
 #include <QFileInfo>
 
 QString HidLink::archiveCurrentCurve(const QVariantList& voltageSamples, const QVariantList& currentSamples,
@@ -16,7 +15,7 @@ QString HidLink::archiveCurrentCurve(const QVariantList& voltageSamples, const Q
         return {};
     }
 
-    const QDateTime now = QDateTime::fromMSecsSinceEpoch(m_clock());
+    const QDateTime now = wallTime();
     CurveArchive archive;
     archive.createdAt = now.toString(Qt::ISODate);
     archive.deviceId = deviceId();

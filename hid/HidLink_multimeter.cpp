@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hid/HidLink.h"
 #include "storage/DataFolders.h"
-#include "storage/SettingsTable.h"
+#include "storage/SettingsFile.h"
 
-#include <QDateTime>
 #include <QDebug>
 
 void HidLink::handleMultimeterPacket(int mode, const QString& text)
@@ -18,14 +17,14 @@ void HidLink::handleMultimeterPacket(int mode, const QString& text)
 
 void HidLink::considerMultimeterReading(int mode, const QString& value)
 {
-    if (m_readingGate.consider(mode, value))
+    if (m_readingGate.consider(mode, value, std::chrono::steady_clock::now()))
         addMultimeterReading(mode, value.trimmed());
 }
 
 void HidLink::addMultimeterReading(int mode, const QString& text)
 {
     const bool persistent = isHistoryPersistenceEnabled();
-    if (!m_multimeterRows.record(mode, text, QDateTime::fromMSecsSinceEpoch(m_clock()), persistent))
+    if (!m_multimeterRows.record(mode, text, wallTime(), persistent))
         return;
     Q_EMIT multimeterCurrentTableChanged();
     Q_EMIT multimeterSessionHistoryChanged();
@@ -38,7 +37,7 @@ void HidLink::addMultimeterReading(int mode, const QString& text)
 
 bool HidLink::isHistoryPersistenceEnabled() const
 {
-    return systemSwitch(QLatin1String(setting::saveMultimeterHistoryToFile.key));
+    return m_settings != nullptr && m_settings->value(setting::saveMultimeterHistoryToFile);
 }
 
 QString HidLink::multimeterHistoryFilePath()
@@ -53,7 +52,7 @@ void HidLink::loadMultimeterHistory()
 
 void HidLink::saveMultimeterHistory()
 {
-    // A failed write is no loss: the rows stay here, and the next recording writes them all again.
+    // The rows of a failed write stay here: the next recording, or the end of the program, writes them again.
     if (isHistoryPersistenceEnabled() && !m_multimeterRows.save(multimeterHistoryFilePath()))
         logLine(QStringLiteral("Failed to write the multimeter history."));
 }

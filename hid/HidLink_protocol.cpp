@@ -5,14 +5,8 @@
 
 #include <algorithm>
 
-bool HidLink::isValidPacket(const QByteArray& packet)
-{
-    return PacketCodec::isValidPacket(packet);
-}
-
 void HidLink::handleIncomingPacket(const QByteArray& packet)
 {
-    m_packetSinceOpen = true;
     traceReceived(packet);
     // The validity test is for the log only; every handler checks what it needs.
     dispatchPacket(packet);
@@ -47,8 +41,7 @@ void HidLink::handleMeasurementPacket(const QByteArray& packet)
 void HidLink::handleDeviceInfoPacket(const QByteArray& packet)
 {
     if (const auto info = PacketCodec::decodeDeviceInfo(packet)) {
-        m_deviceId = info->deviceId;
-        m_deviceVersion = info->deviceVersion;
+        m_deviceInfo = *info;
         Q_EMIT deviceInfoChanged();
     }
 }
@@ -90,7 +83,7 @@ void HidLink::handleUiControlPacket(const QByteArray& packet)
 
 bool HidLink::sendUiControlPacket(int layer0, int layer1, int layer2, int layer3, int direction)
 {
-    if (!ensureDeviceOpen())
+    if (!openDevice())
         return false;
     return writePacket(
         PacketCodec::encode(PacketCodec::UiControl{direction, layer0, layer1, layer2, layer3}));
@@ -98,7 +91,7 @@ bool HidLink::sendUiControlPacket(int layer0, int layer1, int layer2, int layer3
 
 bool HidLink::sendCurveData(const QVariantList& points)
 {
-    if (!ensureDeviceOpen())
+    if (!openDevice())
         return false;
     constexpr int cPerPacket = PacketCodec::cCurvePointsPerPacket;
     const int packetCount = (points.size() + cPerPacket - 1) / cPerPacket;

@@ -3,6 +3,7 @@
 
 #include "instrument/MultimeterReading.h"
 #include "storage/JsonFile.h"
+#include "storage/TimeText.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -28,7 +29,7 @@ QString nameForUnread(const QString& path)
     const QFileInfo file(path);
     const QString stem = file.path() + QLatin1Char('/') + file.completeBaseName() +
                          QStringLiteral(".unread-") +
-                         QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_HHmmsszzz"));
+                         timeText(QDateTime::currentDateTime(), QStringLiteral("yyyyMMdd_HHmmsszzz"));
     QString name = stem + QStringLiteral(".json");
     for (int attempt = 1; QFile::exists(name); ++attempt)
         name = QStringLiteral("%1-%2.json").arg(stem).arg(attempt);
@@ -43,7 +44,7 @@ bool MultimeterHistory::record(int mode, const QString& text, const QDateTime& n
     if (column.isEmpty())
         return false;
     QVariantMap row{{QStringLiteral("id"), QUuid::createUuid().toString(QUuid::WithoutBraces)},
-                    {QStringLiteral("dateTime"), now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))},
+                    {QStringLiteral("dateTime"), timeText(now)},
                     {QStringLiteral("VoltageValue"), QString()},
                     {QStringLiteral("ResistanceValue"), QString()},
                     {QStringLiteral("CapacitanceValue"), QString()},
@@ -97,6 +98,12 @@ void MultimeterHistory::load(const QString& path)
 }
 
 bool MultimeterHistory::save(const QString& path)
+{
+    m_saveFailed = !trySave(path);
+    return !m_saveFailed;
+}
+
+bool MultimeterHistory::trySave(const QString& path)
 {
     QSaveFile file(path);
     if (!jsonfile::stage(file, QJsonDocument(m_persistentRows).toJson(QJsonDocument::Indented)))

@@ -7,7 +7,7 @@
 #include <QVariantList>
 
 /**
- * The recorded multimeter readings: the table of the present connection, the history of this session and
+ * The recorded multimeter readings: the table of the current connection, the history of this session and
  * the persistent history, which a JSON file mirrors. Every list holds rows (QVariantMap of six strings),
  * newest first.
  */
@@ -54,8 +54,12 @@ public:
      * "<name>.unread-<date and time>.json" beside the new one.
      */
     bool save(const QString& path);
+    /// Returns true when the last save() failed: the file lacks changes, so save() should be called again.
+    bool saveFailed() const { return m_saveFailed; }
 
 private:
+    bool trySave(const QString& path);
+
     QVariantList m_currentTable;
     QVariantList m_sessionHistory;
     QVariantList m_persistentHistory;
@@ -63,4 +67,5 @@ private:
     QJsonArray m_persistentRows;
     /// Whether the rows of the file, if there is one, are in the persistent history.
     bool m_fileKnown = false;
+    bool m_saveFailed = false;
 };

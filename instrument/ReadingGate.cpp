@@ -3,7 +3,6 @@
 
 #include "instrument/MultimeterReading.h"
 
-#include <QDateTime>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -81,11 +80,7 @@ QStringList readingKeys(int mode, const ComparableText& text)
 
 } // namespace
 
-ReadingGate::ReadingGate() : ReadingGate(&QDateTime::currentMSecsSinceEpoch) {}
-
-ReadingGate::ReadingGate(Clock clock) : m_clock(std::move(clock)) {}
-
-bool ReadingGate::consider(int mode, const QString& value)
+bool ReadingGate::consider(int mode, const QString& value, TimePoint now)
 {
     const QString text = value.trimmed();
     const ComparableText comparable(text);
@@ -106,20 +101,20 @@ bool ReadingGate::consider(int mode, const QString& value)
     if (m_stableCount < kStableReadings)
         return false;
 
-    const qint64 now = m_clock();
     for (auto key = m_recentReadingKeys.begin(); key != m_recentReadingKeys.end();)
-        key = now - key.value() > kRepeatAfterMs ? m_recentReadingKeys.erase(key) : std::next(key);
+        key = now - key.value() > kRepeatAfter ? m_recentReadingKeys.erase(key) : std::next(key);
 
+    // What is older than kRepeatAfter is gone, so a known key was recorded recently.
     const QStringList keys = readingKeys(mode, comparable);
-    if (wasRecordedRecently(keys, now))
+    if (std::any_of(keys.cbegin(), keys.cend(),
+                    [this](const QString& key) { return m_recentReadingKeys.contains(key); }))
         return false;
-    if (mode == m_lastRecordedMode && text == m_lastRecordedText &&
-        now - m_lastRecordedAtMs <= kRepeatAfterMs)
+    if (mode == m_lastRecordedMode && text == m_lastRecordedText && now - m_lastRecordedAt <= kRepeatAfter)
         return false;
 
     m_lastRecordedMode = mode;
     m_lastRecordedText = text;
-    m_lastRecordedAtMs = now;
+    m_lastRecordedAt = now;
     for (const QString& key : keys)
         m_recentReadingKeys.insert(key, now);
     return true;
@@ -132,18 +127,9 @@ void ReadingGate::reset()
     m_candidateText.clear();
     m_lastRecordedMode = -1;
     m_lastRecordedText.clear();
-    m_lastRecordedAtMs = 0;
 }
 
 void ReadingGate::forgetRecentReadings()
 {
     m_recentReadingKeys.clear();
-}
-
-bool ReadingGate::wasRecordedRecently(const QStringList& keys, qint64 now) const
-{
-    return std::any_of(keys.cbegin(), keys.cend(), [this, now](const QString& key) {
-        const qint64 recordedAt = m_recentReadingKeys.value(key);
-        return recordedAt > 0 && now - recordedAt <= kRepeatAfterMs;
-    });
 }

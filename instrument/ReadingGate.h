@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
+#include <chrono>
 
 /**
  * Decides which multimeter readings are worth recording: a reading must arrive five times in a row
@@ -15,28 +15,24 @@
 class ReadingGate
 {
 public:
-    /// The present time in milliseconds since the epoch.
-    using Clock = std::function<qint64()>;
+    /// Not the time of day, which can be set back: nothing would be recorded until the old time came again.
+    using TimePoint = std::chrono::steady_clock::time_point;
 
     /// Identical readings in a row that make a reading steady.
     static constexpr int kStableReadings = 5;
-    /// How long a recorded reading is not recorded again, in milliseconds.
-    static constexpr qint64 kRepeatAfterMs = 16000;
-
-    /// A gate that reads the system's clock.
-    ReadingGate();
-    explicit ReadingGate(Clock clock);
+    /// A recorded reading is not recorded again for this long.
+    static constexpr std::chrono::seconds kRepeatAfter{16};
 
     /**
      * Takes the next reading, in order of arrival.
      *
-     * \a mode is the instrument's function, \a value its reading text. True when this reading is to be
-     * recorded now. An invalid reading (no function, no text, zero, letters only, over-range or error
-     * words) restarts the gate and is never recorded.
+     * \a mode is the instrument's function, \a value its reading text, \a now the time of arrival. Returns
+     * true when this reading is to be recorded now. An invalid reading (no function, no text, zero, letters
+     * only, over-range or error words) restarts the gate and is never recorded.
      */
-    bool consider(int mode, const QString& value);
+    bool consider(int mode, const QString& value, TimePoint now);
 
-    /// Starts counting anew; what was recorded recently stays known.
+    /// Restarts the count; what was recorded recently stays known.
     void reset();
     /// Forgets what was recorded recently; the count goes on.
     void forgetRecentReadings();
@@ -45,17 +41,14 @@ public:
     int recentKeyCount() const { return m_recentReadingKeys.size(); }
 
 private:
-    bool wasRecordedRecently(const QStringList& keys, qint64 now) const;
-
-    Clock m_clock;
     /// Identical readings in a row so far.
     int m_stableCount = 0;
     int m_candidateMode = -1;
     QString m_candidateText;
+    /// The reading that was recorded last, unless another one came since; -1 for none.
     int m_lastRecordedMode = -1;
     QString m_lastRecordedText;
-    /// Milliseconds since the epoch; 0 before the first recording.
-    qint64 m_lastRecordedAtMs = 0;
-    /// When each key was last recorded, in milliseconds since the epoch.
-    QHash<QString, qint64> m_recentReadingKeys;
+    TimePoint m_lastRecordedAt;
+    /// When each key was last recorded.
+    QHash<QString, TimePoint> m_recentReadingKeys;
 };

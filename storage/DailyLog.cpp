@@ -2,6 +2,7 @@
 #include "storage/DailyLog.h"
 
 #include "storage/DataFolders.h"
+#include "storage/TimeText.h"
 
 #include <QFile>
 #include <QMutex>
@@ -30,12 +31,12 @@ DailyLog::DailyLog(const QString& fileNamePattern, Encoding encoding)
 QString DailyLog::filePath(const QDateTime& when) const
 {
     return DataFolders::logs() + QLatin1Char('/') +
-           m_fileNamePattern.arg(when.toString(QStringLiteral("yyyyMMdd")));
+           m_fileNamePattern.arg(timeText(when, QStringLiteral("yyyyMMdd")));
 }
 
 void DailyLog::append(const QString& message, const QDateTime& now) const
 {
-    appendLine(QLatin1Char('[') + now.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")) +
+    appendLine(QLatin1Char('[') + timeText(now, QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")) +
                    QLatin1String("] ") + message,
                now);
 }

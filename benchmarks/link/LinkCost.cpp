@@ -149,7 +149,8 @@ double ageMs(float stampSec)
 /// from sending to the end of the read.
 double costOfBareLoop(const Control& control, std::vector<double>& latenciesMs)
 {
-    hid_device_info* const list = hid_enumerate(0x0483, 0x5750);
+    hid_device_info* const list =
+        hid_enumerate(InstrumentDiscovery::kVendorId, InstrumentDiscovery::kProductId);
     hid_device* const device = list != nullptr ? hid_open_path(list->path) : nullptr;
     hid_free_enumeration(list);
     if (device == nullptr)

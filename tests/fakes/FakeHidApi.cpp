@@ -46,12 +46,7 @@ struct Bus
     std::vector<InstrumentPtr> instruments;
     std::set<hid_device_*> handles;
     int failingInits = 0;
-    int initCalls = 0;
-    int exitCalls = 0;
-    int enumerations = 0;
-    int openEnumerations = 0;
-    QStringList openedPaths;
-    QStringList misuses;
+    FakeHidApi::Record record;
 
     InstrumentPtr find(const QByteArray& path) const
     {
@@ -65,7 +60,7 @@ struct Bus
     {
         if (handles.count(handle) != 0)
             return true;
-        misuses.append(QStringLiteral("%1 on a handle that is not open").arg(QLatin1String(caller)));
+        record.misuses.append(QStringLiteral("%1 on a handle that is not open").arg(QLatin1String(caller)));
         return false;
     }
 };
@@ -103,11 +98,7 @@ void reset()
     const Lock lock(bus().mutex);
     bus().instruments.clear();
     bus().failingInits = 0;
-    bus().initCalls = 0;
-    bus().exitCalls = 0;
-    bus().enumerations = 0;
-    bus().openedPaths.clear();
-    bus().misuses.clear();
+    bus().record = {};
 }
 
 void plugIn(const Device& device)
@@ -176,42 +167,6 @@ QList<QByteArray> written(const QByteArray& path)
     return instrument ? instrument->written : QList<QByteArray>();
 }
 
-QStringList openedPaths()
-{
-    const Lock lock(bus().mutex);
-    return bus().openedPaths;
-}
-
-int initCalls()
-{
-    const Lock lock(bus().mutex);
-    return bus().initCalls;
-}
-
-int exitCalls()
-{
-    const Lock lock(bus().mutex);
-    return bus().exitCalls;
-}
-
-int enumerations()
-{
-    const Lock lock(bus().mutex);
-    return bus().enumerations;
-}
-
-int openEnumerations()
-{
-    const Lock lock(bus().mutex);
-    return bus().openEnumerations;
-}
-
-int openHandles()
-{
-    const Lock lock(bus().mutex);
-    return static_cast<int>(bus().handles.size());
-}
-
 bool readPending(const QByteArray& path)
 {
     const Lock lock(bus().mutex);
@@ -219,10 +174,12 @@ bool readPending(const QByteArray& path)
     return instrument && instrument->pendingReads > 0;
 }
 
-QStringList misuses()
+Record record()
 {
     const Lock lock(bus().mutex);
-    return bus().misuses;
+    Record record = bus().record;
+    record.openHandles = static_cast<int>(bus().handles.size());
+    return record;
 }
 
 } // namespace FakeHidApi
@@ -251,23 +208,23 @@ int hidReportDescriptor(hid_device_* device, const QByteArray& path, unsigned ch
 int hid_init(void)
 {
     const Lock lock(bus().mutex);
-    ++bus().initCalls;
+    ++bus().record.initCalls;
     return bus().failingInits-- > 0 ? -1 : 0;
 }
 
 int hid_exit(void)
 {
     const Lock lock(bus().mutex);
-    ++bus().exitCalls;
+    ++bus().record.exitCalls;
     if (!bus().handles.empty())
-        bus().misuses.append(QStringLiteral("hid_exit with an open handle"));
+        bus().record.misuses.append(QStringLiteral("hid_exit with an open handle"));
     return 0;
 }
 
 hid_device_info* hid_enumerate(unsigned short vendorId, unsigned short productId)
 {
     const Lock lock(bus().mutex);
-    ++bus().enumerations;
+    ++bus().record.enumerations;
     hid_device_info* first = nullptr;
     hid_device_info** next = &first;
     for (const InstrumentPtr& instrument : bus().instruments) {
@@ -292,7 +249,7 @@ hid_device_info* hid_enumerate(unsigned short vendorId, unsigned short productId
         next = &entry->next;
     }
     if (first != nullptr)
-        ++bus().openEnumerations;
+        ++bus().record.openEnumerations;
     return first;
 }
 
@@ -300,7 +257,7 @@ void hid_free_enumeration(hid_device_info* list)
 {
     const Lock lock(bus().mutex);
     if (list != nullptr)
-        --bus().openEnumerations;
+        --bus().record.openEnumerations;
     while (list != nullptr) {
         hid_device_info* const next = list->next;
         delete[] list->path;
@@ -315,7 +272,7 @@ void hid_free_enumeration(hid_device_info* list)
 hid_device* hid_open_path(const char* path)
 {
     const Lock lock(bus().mutex);
-    bus().openedPaths.append(QString::fromLocal8Bit(path));
+    bus().record.openedPaths.append(QString::fromLocal8Bit(path));
     const InstrumentPtr instrument = bus().find(path);
     if (!instrument)
         return nullptr;
@@ -353,7 +310,7 @@ int hid_read_timeout(hid_device* handle, unsigned char* data, size_t length, int
     if (!bus().isOpen(handle, "hid_read_timeout"))
         return -1;
     if (!handle->blockingModeChosen)
-        bus().misuses.append(QStringLiteral("a read before blocking mode was chosen"));
+        bus().record.misuses.append(QStringLiteral("a read before blocking mode was chosen"));
     const InstrumentPtr instrument = handle->instrument;
     ++instrument->pendingReads;
     bus().changed.wait_for(lock, std::chrono::milliseconds(milliseconds),

@@ -52,17 +52,22 @@ void failInit(int times);
 
 /// The output reports written to the device so far, in order, with the leading report id.
 QList<QByteArray> written(const QByteArray& path);
-/// The paths given to hid_open_path so far, in order, failed ones included.
-QStringList openedPaths();
-int initCalls();
-int exitCalls();
-int enumerations();
-/// Enumerations not yet freed, and device handles not yet closed.
-int openEnumerations();
-int openHandles();
 /// Whether a read of the device is waiting for a report at this moment.
 bool readPending(const QByteArray& path);
-/// Uses of a closed handle, second closes and a blocking mode never chosen, in words.
-QStringList misuses();
+/// What the program did since reset().
+struct Record
+{
+    int initCalls = 0;
+    int exitCalls = 0;
+    int enumerations = 0;
+    /// The paths given to hid_open_path, in order, failed ones included.
+    QStringList openedPaths;
+    /// Enumerations not yet freed, and device handles not yet closed.
+    int openEnumerations = 0;
+    int openHandles = 0;
+    /// Uses of a closed handle, second closes and a blocking mode never chosen, in words.
+    QStringList misuses;
+};
+Record record();
 
 } // namespace FakeHidApi

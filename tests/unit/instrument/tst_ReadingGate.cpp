@@ -14,14 +14,14 @@ struct GateBench
     {
         int recorded = 0;
         for (int i = 0; i < count; ++i) {
-            now += stepMs;
-            recorded += gate.consider(mode, value) ? 1 : 0;
+            now += std::chrono::milliseconds(stepMs);
+            recorded += gate.consider(mode, value, now) ? 1 : 0;
         }
         return recorded;
     }
 
-    qint64 now = 1700000000000;
-    ReadingGate gate{[this] { return now; }};
+    ReadingGate::TimePoint now;
+    ReadingGate gate;
 };
 
 } // namespace

@@ -2,10 +2,11 @@
 #include "platform/PowerShell.h"
 #include "settings/GenSettings.h"
 #include "storage/DataFolders.h"
+#include "storage/TimeText.h"
 #include "tests/unit/system/ManagerFixture.h"
 
 #include <QApplication>
-#include <QDate>
+#include <QDateTime>
 #include <QDir>
 #include <QStandardPaths>
 #include <QtTest>
@@ -40,7 +41,7 @@ private Q_SLOTS:
         const SystemManager& manager = m_fixture->start();
         const QString path = m_fixture->manager->systemLogFilePath();
         QCOMPARE(path, DataFolders::logs() + QStringLiteral("/system_manager_") +
-                           QDate::currentDate().toString("yyyyMMdd") + QStringLiteral(".log"));
+                           timeText(QDateTime::currentDateTime(), "yyyyMMdd") + QStringLiteral(".log"));
         QCOMPARE(m_fixture->log(),
                  QStringList{"SystemManager constructed. appDir=" + QCoreApplication::applicationDirPath()});
         Q_EMIT m_fixture->manager->logMessage("\r 12% 电\r");

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/GenApplication.h"
-#include "app/GenToolbox.h"
 #include "hid/HidLink.h"
 #include "storage/DataFolders.h"
 #include "tests/support/FileSizeLimit.h"
@@ -18,7 +16,7 @@ private Q_SLOTS:
         TestCase::init();
         QDir(DataFolders::curves()).removeRecursively();
         QFile::remove(DataFolders::curves());
-        m_link = std::make_unique<HidLink>(genApp(), genApp()->toolbox());
+        m_link = std::make_unique<HidLink>(nullptr, nullptr);
         m_link->setClock([this] { return m_now.toMSecsSinceEpoch(); });
     }
 
@@ -94,5 +92,5 @@ private:
     std::unique_ptr<HidLink> m_link;
 };
 
-QUORVEL_TEST_MAIN(HidLinkCurvesTest, GenApplication)
-#include "tst_HidLink_curves.moc"
+QUORVEL_TEST_MAIN(HidLinkCurvesTest, QCoreApplication)
+#include "tst_HidLinkCurves.moc"

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "instrument/HidHandle.h"
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+/// One report that was read from the instrument.
+struct InstrumentPacket
+{
+    QByteArray bytes; ///< 1 to 64 bytes
+    std::chrono::steady_clock::time_point readAt;
+};
+Q_DECLARE_METATYPE(InstrumentPacket)
+
+/**
+ * The open instrument: its HID handle and the thread that reads it. A port can be opened again after it was
+ * closed, so receivers stay connected.
+ *
+ * Lives on the thread that made it, which must run an event loop: packets are handed over there. All
+ * functions are called and all signals are emitted on that thread; queued connections may lead to others. The
+ * reader does nothing but read; packets that arrive while the thread is busy are handed over together, in one
+ * event.
+ *
+ * Do not delete the port in a slot that is connected to it; close it.
+ */
+class InstrumentPort : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class State {
+        Closed,
+        Open,
+        /// The reader has ended and the device is closed. The packets that it had read are handed over now.
+        Closing,
+        /// The device failed and was closed; failure() says why.
+        Failed,
+    };
+    Q_ENUM(State)
+    /// Takes a line for the log of the link.
+    using Log = std::function<void(const QString& line)>;
+
+    explicit InstrumentPort(Log log = {}, QObject* parent = nullptr);
+    /// Stops the reader, waits for its read to end (25 ms at most) and closes the device. Emits nothing.
+    ~InstrumentPort() override;
+
+    /**
+     * Reads \a device from now on. \a firstPacket, which was read while probing, is handed over before this
+     * function returns; empty for none.
+     *
+     * Returns true when the port is open afterwards: a receiver may have closed it again. When the system
+     * refuses a thread, \a device is closed and the port ends in the state Failed.
+     */
+    bool open(HidHandle device, const QByteArray& firstPacket = {});
+
+    /**
+     * Stops the reader, waits for its read to end (25 ms at most) and closes the device. Hands over what was
+     * read before, in the state Closing, then emits stateChanged(). Returns false when there was nothing to
+     * close.
+     */
+    bool close();
+
+    /**
+     * Sends \a packet as one report of 64 bytes: longer packets are cut, shorter ones filled with 0.
+     *
+     * Returns false when the port is not open, and after a failed write, which ends in the state Failed.
+     */
+    bool write(const QByteArray& packet);
+
+    State state() const { return m_state; }
+    bool isOpen() const { return m_state == State::Open; }
+    /// English text of the last failure, "HID read failed. <reason>"; empty since the last successful open().
+    QString failure() const { return m_failure; }
+
+Q_SIGNALS:
+    void stateChanged(InstrumentPort::State state);
+    /// Emitted once for each packet that was read, in order. In the state Closing, \a packet was read before
+    /// the device was closed.
+    void packetReceived(const InstrumentPacket& packet);
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void readLoop(hid_device* device);
+    void leaveReadError(hid_device* device);
+    void wakeOwner();
+    void takeInbox();
+    void handOver();
+    void handOverReadError();
+    void shutDown(State endState);
+    void fail(const QString& reason);
+    void stopReader();
+
+    const Log m_log;
+    State m_state = State::Closed;
+    QString m_failure;
+    HidHandle m_device;
+    // Not QMutex: the thread sanitizer does not see what it does inside Qt.
+    /// Guards hidapi's error text of the device, which a read and a write may both set.
+    std::mutex m_errorTextMutex;
+    std::thread m_reader;
+    std::atomic_bool m_readerStops{false};
+    /// Packets taken from the inbox and not yet handed over.
+    std::deque<InstrumentPacket> m_arrived;
+    /// Guards what the reader leaves for the owner: m_inbox and m_readError.
+    std::mutex m_inboxMutex;
+    std::vector<InstrumentPacket> m_inbox;
+    /// Why the reader ended, unless it was stopped.
+    std::optional<QString> m_readError;
+};
