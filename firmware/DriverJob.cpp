@@ -45,16 +45,19 @@ QString findLegacyFelDriverInstaller(const QString& appDir, const QString& worki
                 workingDir);
 }
 
-QString outcomeMessage(const DriverTexts& texts, bool ok, int exitCode, const QString& standardOutput,
-                       const QString& standardError)
+QString outcomeMessage(const DriverTexts& texts, const DriverJobOutcome& outcome)
 {
-    if (ok)
+    if (outcome.end == DriverJobOutcome::End::Unsupported)
+        return texts.unsupported;
+    if (outcome.end == DriverJobOutcome::End::FilesMissing)
+        return texts.filesMissing;
+    if (outcome.ok())
         return texts.success;
-    if (exitCode == platform::powershell::cElevationRefused)
+    if (outcome.exitCode == platform::powershell::cElevationRefused)
         return texts.cancelled;
-    const QString message = texts.failed.arg(exitCode);
-    const QString errors = standardError.trimmed();
-    const QString detail = errors.isEmpty() ? standardOutput.trimmed() : errors;
+    const QString message = texts.failed.arg(outcome.exitCode);
+    const QString errors = outcome.standardError.trimmed();
+    const QString detail = errors.isEmpty() ? outcome.standardOutput.trimmed() : errors;
     return detail.isEmpty() ? message : message + QLatin1Char(' ') + detail.left(cDetailLength);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QMetaType>
 #include <QString>
 
 /// What can be done with the boot-mode driver.
@@ -8,6 +9,31 @@ enum class DriverJob {
     Install,
     Uninstall,
 };
+Q_DECLARE_METATYPE(DriverJob)
+
+/// How a driver job ended.
+struct DriverJobOutcome
+{
+    enum class End {
+        /// This system needs no driver.
+        Unsupported,
+        /// The script is not there.
+        FilesMissing,
+        /// The script ran, or could not be started.
+        Ended,
+    };
+
+    End end = End::Unsupported;
+    /// Whether the script ended by itself.
+    bool ran = false;
+    int exitCode = -1;
+    QString standardOutput;
+    QString standardError;
+
+    bool ok() const { return ran && exitCode == 0; }
+};
+
+Q_DECLARE_METATYPE(DriverJobOutcome)
 
 /// The texts of a driver job, translated.
 struct DriverTexts
@@ -30,9 +56,8 @@ QString findFelDriverUninstallScript(const QString& appDir, const QString& worki
 /// The interactive installer of former versions.
 QString findLegacyFelDriverInstaller(const QString& appDir, const QString& workingDir);
 
-/// What the user is told about a job that ended: \a ok, or the exit code with up to 180 characters of what
-/// the script printed, errors before ordinary output.
-QString outcomeMessage(const DriverTexts& texts, bool ok, int exitCode, const QString& standardOutput,
-                       const QString& standardError);
+/// The message for the user. A failure has the exit code and up to 180 characters of what the script printed,
+/// errors before ordinary output.
+QString outcomeMessage(const DriverTexts& texts, const DriverJobOutcome& outcome);
 
 } // namespace driver

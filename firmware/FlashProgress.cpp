@@ -22,6 +22,12 @@ constexpr Band cBootBand{30.0, 0.2};
 constexpr Band cLogoBand{50.0, 0.2};
 constexpr Band cExecBand{70.0, 0.3};
 
+const QRegularExpression& percentage()
+{
+    static const QRegularExpression expression(QStringLiteral("(\\d+)%"));
+    return expression;
+}
+
 int progressIn(Band band, int percent)
 {
     return int(band.begin + band.perPercent * percent);
@@ -41,8 +47,7 @@ QStringList writeArguments(const QString& address, const QString& path)
 
 std::optional<int> percentIn(const QString& output)
 {
-    static const QRegularExpression percentage(QStringLiteral("(\\d+)%"));
-    const QRegularExpressionMatch match = percentage.match(output);
+    const QRegularExpressionMatch match = percentage().match(output);
     if (!match.hasMatch())
         return std::nullopt;
     bool fits = false;
@@ -74,10 +79,12 @@ int downloadPercent(qint64 received, qint64 total)
     return int(fractionOf(received, total) * 100);
 }
 
-bool reportsNoFlash(const QString& output)
+bool reportsWritten(const QString& output)
 {
-    return output.contains(QLatin1String("SPI support not implemented")) ||
-           output.contains(QLatin1String("No SPI flash detected"));
+    QString last;
+    for (auto matches = percentage().globalMatch(output); matches.hasNext();)
+        last = matches.next().captured(1);
+    return last == QLatin1String("100");
 }
 
 } // namespace flash

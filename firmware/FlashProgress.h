@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// What the flash tool is told and what its output means, apart from running it.
+/// Arguments and output of the flash tool.
 namespace flash {
 
 // Stages of an upgrade.
@@ -31,8 +31,9 @@ int downloadProgress(int index, int count, qint64 received, qint64 total);
 /// Percent of a file, 0 to 100; \a total is at least 1.
 int downloadPercent(qint64 received, qint64 total);
 
-/// Whether the tool said that it cannot write this controller's flash. It ends with exit code 0 then, as
-/// after a success.
-bool reportsNoFlash(const QString& output);
+/// Whether \a output, the end of what the tool printed, says that the image is written: its last percentage
+/// is 100. The tool also ends with exit code 0 when it cannot write this flash, and after an image without a
+/// byte.
+bool reportsWritten(const QString& output);
 
 } // namespace flash

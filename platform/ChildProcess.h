@@ -3,6 +3,8 @@
 
 #include <QProcess>
 
+#include <memory>
+
 namespace platform {
 
 /**
@@ -22,5 +24,19 @@ class ChildProcess : public QProcess
 public:
     using QProcess::QProcess;
 };
+
+/**
+ * Deletes a child process without waiting for it; on the thread of the process object.
+ *
+ * QProcess's destructor waits up to 30 s for a program that does not end, for example one that hangs in the
+ * kernel. Here a program that still runs is killed, and its object goes to the application's thread, which
+ * deletes it when the program has ended.
+ */
+struct ChildProcessDeleter
+{
+    void operator()(ChildProcess* process) const;
+};
+
+using ChildProcessPointer = std::unique_ptr<ChildProcess, ChildProcessDeleter>;
 
 } // namespace platform

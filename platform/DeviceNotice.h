@@ -1,16 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace platform {
 
+/// One change of the USB bus.
+struct DeviceChange
+{
+    /// cDeviceArrival, cDeviceRemoveComplete, or cDevNodesChanged for anything else.
+    quint64 code = 0;
+    /// Vendor and product number, four upper-case hexadecimal digits each; empty where the system does not
+    /// name the device.
+    QString vid;
+    QString pid;
+};
+
 /**
- * Tells that USB devices came or went, through a function called on the thread that created this object,
- * from its event loop. A burst of changes that is waiting together is told once.
+ * Calls a handler when USB devices are added or removed, on the thread that created this object, from its
+ * event loop. Pending changes are merged into one call.
  *
  * On Windows this does nothing: there the change arrives as a window message, which the application's
  * native event filter reads with deviceChangeCode().
@@ -18,14 +31,14 @@ namespace platform {
 class DeviceNotice
 {
 public:
-    /// Receives cDeviceArrival, cDeviceRemoveComplete, or cDevNodesChanged for anything else.
-    using Handler = std::function<void(quint64 code)>;
+    /// Receives at least one change, oldest first.
+    using Handler = std::function<void(const std::vector<DeviceChange>& changes)>;
 
     explicit DeviceNotice(Handler handler);
     ~DeviceNotice();
     Q_DISABLE_COPY(DeviceNotice)
 
-    /// Whether changes will be told; false when the system refuses to watch.
+    /// False when the system refuses to watch: the handler is then never called.
     bool isActive() const;
 
 private:

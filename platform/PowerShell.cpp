@@ -2,7 +2,12 @@
 #include "platform/PowerShell.h"
 
 #include <QDir>
+#include <QDirIterator>
+#include <QFile>
 #include <QRegularExpression>
+#include <QtEndian>
+
+#include <algorithm>
 
 namespace platform::powershell {
 
@@ -33,6 +38,30 @@ QString wildcardLiteral(QString path)
 {
     static const QRegularExpression special(QStringLiteral("([\\[\\]`])"));
     return path.replace(special, QStringLiteral("`\\1"));
+}
+
+/// Number of entries in the zip file \a path; 0 when it is none. A zip file ends in a record of 22 bytes that
+/// begins with "PK", 5, 6 and holds the number as 16 bits, little-endian, at offset 10; 65,535 stands for
+/// more.
+int entriesIn(const QString& path)
+{
+    constexpr int cRecordLength = 22;
+    constexpr int cEntriesOffset = 10;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(file.size() - cRecordLength))
+        return 0;
+    const QByteArray record = file.read(cRecordLength);
+    return record.size() == cRecordLength && record.startsWith("PK\5\6")
+               ? qFromLittleEndian<quint16>(record.constData() + cEntriesOffset)
+               : 0;
+}
+
+int filesBelow(const QString& folder)
+{
+    int count = 0;
+    for (QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories); files.hasNext(); files.next())
+        ++count;
+    return count;
 }
 
 } // namespace
@@ -88,20 +117,26 @@ UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun
     const bool ok = run(program(), arguments(deviceQuery(key)), &output, &errors, &exitCode, cQueryTimeoutMs);
     UsbQuery query;
     query.found = ok && output.contains(key, Qt::CaseInsensitive);
+    // An empty list proves nothing: the shell also prints one when the inventory fails.
+    query.answered = query.found;
     query.detail = QStringLiteral("ok=%1 exitCode=%2 key=%3 stdout=%4 stderr=%5")
                        .arg(QString::number(int(ok)), QString::number(exitCode), key,
                             output.left(cLoggedAnswerLength).simplified(), errors.simplified());
     return query;
 }
 
-ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run,
-                             const std::atomic_bool&)
+ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run, int)
 {
     const QString command =
         compressCommand(QDir::toNativeSeparators(folder), QDir::toNativeSeparators(archive));
     ArchiveOutcome outcome;
     outcome.ran = run(program(), arguments(command), &outcome.standardOutput, &outcome.standardError,
                       &outcome.exitCode, cQueryTimeoutMs);
+    constexpr int cMoreEntries = 0xFFFF;
+    const int packed = std::min(entriesIn(archive), cMoreEntries);
+    outcome.complete = packed >= std::min(filesBelow(folder), cMoreEntries);
+    if (outcome.ran && outcome.exitCode == 0 && !outcome.complete)
+        outcome.standardError += QStringLiteral(" %1 files are packed, not all.").arg(packed);
     return outcome;
 }
 

@@ -46,8 +46,10 @@ QString uninstallDriverCommand(const QString& script);
 /// Whether Windows lists the USB device; see platform::findUsbDevice.
 UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun& run);
 
-/// Packs a folder with Compress-Archive; see platform::archiveFolder.
+/// Packs a folder with Compress-Archive within cQueryTimeoutMs; see platform::archiveFolder. Compress-Archive
+/// leaves out a file that another program holds open, and ends with 0: the outcome is complete only when the
+/// archive lists as many files as the folder holds.
 ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run,
-                             const std::atomic_bool& cancelled);
+                             int timeLimitMs);
 
 } // namespace platform::powershell

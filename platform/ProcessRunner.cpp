@@ -39,24 +39,60 @@ platform::ProcessOutcome platform::runProcess(const ProcessRequest& request)
         outcome.end = End::Cancelled;
         return outcome;
     }
-    ChildProcess process;
-    process.start(request.program, request.arguments);
-    if (!process.waitForStarted(request.startTimeoutMs)) {
-        process.kill();
-        process.waitForFinished(request.killGraceMs);
+    const ChildProcessPointer process(new ChildProcess);
+    process->start(request.program, request.arguments);
+    if (!process->waitForStarted(request.startTimeoutMs)) {
+        process->kill();
+        process->waitForFinished(request.killGraceMs);
         return outcome;
     }
     // Nobody types an answer: a program that asks for one reads the end of its input.
-    process.closeWriteChannel();
-    if (!waitForEnd(process, request)) {
+    process->closeWriteChannel();
+    if (!waitForEnd(*process, request)) {
         outcome.end = isCancelled(request) ? End::Cancelled : End::TimedOut;
-        process.kill();
-        process.waitForFinished(request.killGraceMs);
+        process->kill();
+        process->waitForFinished(request.killGraceMs);
         return outcome;
     }
-    outcome.end = process.exitStatus() == QProcess::NormalExit ? End::Exited : End::Crashed;
-    outcome.exitCode = process.exitCode();
-    outcome.standardOutput = process.readAllStandardOutput();
-    outcome.standardError = process.readAllStandardError();
+    outcome.end = process->exitStatus() == QProcess::NormalExit ? End::Exited : End::Crashed;
+    outcome.exitCode = process->exitCode();
+    outcome.standardOutput = process->readAllStandardOutput();
+    outcome.standardError = process->readAllStandardError();
     return outcome;
+}
+
+bool platform::runProcessAndWait(const QString& program, const QStringList& arguments,
+                                 QString* standardOutput, QString* standardError, int* exitCode,
+                                 int timeoutMs, const std::atomic_bool* cancelled)
+{
+    using End = ProcessOutcome::End;
+    ProcessRequest request;
+    request.program = program;
+    request.arguments = arguments;
+    request.finishTimeoutMs = timeoutMs;
+    request.cancelled = cancelled;
+    const ProcessOutcome outcome = runProcess(request);
+    if (exitCode != nullptr)
+        *exitCode = outcome.exitCode;
+    QString failure;
+    if (outcome.end == End::NotStarted)
+        failure = QStringLiteral("Failed to start process: %1").arg(program);
+    else if (outcome.end == End::TimedOut)
+        failure = QStringLiteral("Process timed out: %1").arg(program);
+    else if (outcome.end == End::Cancelled)
+        failure = QStringLiteral("Process cancelled: %1").arg(program);
+    else if (standardOutput != nullptr)
+        *standardOutput = QString::fromLocal8Bit(outcome.standardOutput);
+    if (standardError != nullptr)
+        *standardError = failure.isEmpty() ? QString::fromLocal8Bit(outcome.standardError) : failure;
+    return outcome.end == End::Exited;
+}
+
+platform::ProcessRun platform::processRunner(const std::atomic_bool* cancelled)
+{
+    return [cancelled](const QString& program, const QStringList& arguments, QString* standardOutput,
+                       QString* standardError, int* exitCode, int timeoutMs) {
+        return runProcessAndWait(program, arguments, standardOutput, standardError, exitCode, timeoutMs,
+                                 cancelled);
+    };
 }

@@ -41,15 +41,25 @@ struct ProcessOutcome
     QByteArray standardError;
 };
 
-/// Runs a program and waits for its end; any thread. Blocks for at most the sum of the three times. When
-/// the call returns the program has ended, been killed, or ignored the kill for the whole grace.
+/// Runs a program and waits for its end; any thread, no event loop. Blocks for at most the sum of the three
+/// times. When the call returns the program has ended, been killed, or ignored the kill for the whole grace;
+/// such a program is given up to the application's thread.
 ProcessOutcome runProcess(const ProcessRequest& request);
 
-/// The synchronous process runner that services are handed: program, arguments, the three optional outputs
-/// (standard output, standard error or the reason of the failure, exit code) and the time-out in
-/// milliseconds. True when the program ended by itself, whatever its exit code.
+/// A synchronous process runner: program, arguments, the three optional outputs (standard output, standard
+/// error or the reason of the failure, exit code) and the time-out in milliseconds. True when the program
+/// ended by itself, whatever its exit code.
 using ProcessRun =
     std::function<bool(const QString& program, const QStringList& arguments, QString* standardOutput,
                        QString* standardError, int* exitCode, int timeoutMs)>;
+
+/// runProcess() in the form of a ProcessRun, with the other times as in ProcessRequest; the texts are in the
+/// system's encoding. \a cancelled as in ProcessRequest.
+bool runProcessAndWait(const QString& program, const QStringList& arguments, QString* standardOutput,
+                       QString* standardError, int* exitCode, int timeoutMs,
+                       const std::atomic_bool* cancelled = nullptr);
+
+/// runProcessAndWait() bound to \a cancelled, which may be null and must outlive the result.
+ProcessRun processRunner(const std::atomic_bool* cancelled);
 
 } // namespace platform

@@ -7,11 +7,14 @@
 
 namespace platform {
 
-/// Whether a device is on the bus, with a line for the log on how that was found out.
+/// Whether a device is on the bus.
 struct UsbQuery
 {
     bool found = false;
+    /// How that was found out, for the log.
     QString detail;
+    /// False when the system gave no answer: a device that was not found may be there all the same.
+    bool answered = true;
 };
 
 /// Looks for the USB device with the vendor and product number \a vid and \a pid, four hexadecimal digits

@@ -7,11 +7,22 @@
 #include <QFile>
 #include <QMutex>
 
+#include <utility>
+#include <vector>
+
 namespace {
 
-/// Guards every log file from opening to closing: Windows has no append mode of its own, so two writers would
-/// find the same end of the file.
+struct Entry
+{
+    QString path;
+    QByteArray bytes;
+};
+
+/// Guards every log file from opening to closing, and what follows. Windows has no append mode of its own, so
+/// two writers would find the same end of the file.
 QBasicMutex appending;
+int pauses = 0;
+std::vector<Entry> waiting;
 
 /// \a text as one entry: line feeds alone end its lines, and no line end stands at its end.
 QString withoutLineEnd(QString text)
@@ -22,7 +33,31 @@ QString withoutLineEnd(QString text)
     return text;
 }
 
+void write(const Entry& entry)
+{
+    QFile file(entry.path);
+    // Text mode writes the line ends of the platform.
+    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
+        file.write(entry.bytes);
+}
+
 } // namespace
+
+DailyLog::Pause::Pause()
+{
+    const QMutexLocker lock(&appending);
+    ++pauses;
+}
+
+DailyLog::Pause::~Pause()
+{
+    const QMutexLocker lock(&appending);
+    if (--pauses > 0)
+        return;
+    for (const Entry& entry : waiting)
+        write(entry);
+    waiting.clear();
+}
 
 DailyLog::DailyLog(const QString& fileNamePattern, Encoding encoding)
     : m_fileNamePattern(fileNamePattern), m_encoding(encoding)
@@ -43,13 +78,11 @@ void DailyLog::append(const QString& message, const QDateTime& now) const
 
 void DailyLog::appendLine(const QString& line, const QDateTime& now) const
 {
-    const QString entry = withoutLineEnd(line) + QLatin1Char('\n');
-    const QByteArray bytes = m_encoding == Encoding::Utf8 ? entry.toUtf8() : entry.toLocal8Bit();
-    QFile file(filePath(now));
+    const QString text = withoutLineEnd(line) + QLatin1Char('\n');
+    Entry entry{filePath(now), m_encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit()};
     const QMutexLocker lock(&appending);
-    // Text mode writes the line ends of the platform.
-    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
-        file.write(bytes);
-        file.close();
-    }
+    if (pauses > 0)
+        waiting.push_back(std::move(entry));
+    else
+        write(entry);
 }

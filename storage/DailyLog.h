@@ -16,6 +16,16 @@ class DailyLog
 public:
     enum class Encoding { Utf8, Local8Bit };
 
+    /// While one exists, no file of any log is open, and lines wait in memory; its end writes them. For
+    /// programs that cannot read a file while another one writes it. Never holds up a thread that appends.
+    class Pause
+    {
+    public:
+        Pause();
+        ~Pause();
+        Q_DISABLE_COPY(Pause)
+    };
+
     /// \a fileNamePattern names the file, with %1 where the date goes, for example "hid_link_%1.log".
     explicit DailyLog(const QString& fileNamePattern, Encoding encoding = Encoding::Utf8);
 

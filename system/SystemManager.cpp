@@ -2,51 +2,53 @@
 #include "system/SystemManager.h"
 
 #include "firmware/FlashProgress.h"
-#include "platform/DeviceNotice.h"
-#include "storage/DataFolders.h"
-#include "storage/SettingsFile.h"
+#include "platform/DeviceChangeMessage.h"
+#include "storage/LogExport.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
-#include <QEventLoop>
-#include <QFile>
-#include <QFutureWatcher>
-#include <QNetworkAccessManager>
-#include <QStandardPaths>
-#include <QThread>
+#include <QProcess>
 #include <QTimer>
-#include <QtConcurrent>
 
 #include <utility>
 
-SystemManager::SystemManager(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings,
-                             SystemServices services, const SystemTimings& timings)
-    : GenTool(app, toolbox)
-    , m_services(std::move(services))
-    , m_timings(timings)
-    , m_settings(std::move(settings))
+namespace {
+
+DriverTexts textsOf(DriverJob job)
 {
-    loadServerSettings();
-    writeLog(
+    DriverTexts texts;
+    if (job == DriverJob::Install) {
+        texts.filesMissing = SystemManager::tr("FEL driver files were not found.");
+        texts.success = SystemManager::tr("FEL WinUSB driver installed successfully.");
+        texts.cancelled = SystemManager::tr("Driver installation was cancelled by the user.");
+        texts.failed = SystemManager::tr("FEL driver installation failed. Exit code: %1");
+        texts.unsupported = SystemManager::tr("FEL driver installation is only supported on Windows.");
+    } else {
+        texts.filesMissing = SystemManager::tr("FEL driver uninstall files were not found.");
+        texts.success = SystemManager::tr("FEL WinUSB driver uninstalled successfully.");
+        texts.cancelled = SystemManager::tr("Driver uninstallation was cancelled by the user.");
+        texts.failed = SystemManager::tr("FEL driver uninstallation failed. Exit code: %1");
+        texts.unsupported = SystemManager::tr("FEL driver uninstallation is only supported on Windows.");
+    }
+    return texts;
+}
+
+} // namespace
+
+SystemManager::SystemManager(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<SettingsFile> settings,
+                             const SystemServices& services, const SystemTimings& timings)
+    : GenTool(app, toolbox)
+    , m_log(QStringLiteral("system_manager_%1.log"), settings)
+    , m_archiveFolder(services.archiveFolder)
+    , m_server(std::move(settings), timings.server, m_log)
+    , m_watch(services.bootMode, timings.bootMode, m_log)
+    , m_upgrade(m_watch, services.bootMode.flashToolPath, timings.upgrade, m_log)
+    , m_driverJobs(services.driverJobs, m_log)
+{
+    m_log.write(
         QStringLiteral("SystemManager constructed. appDir=%1").arg(QCoreApplication::applicationDirPath()));
-    connect(this, &SystemManager::logMessage, this, &SystemManager::slotlogMessage);
-
-    m_flashProcess.setProcessChannelMode(QProcess::MergedChannels);
-    connect(&m_flashProcess, &QProcess::readyReadStandardOutput, this, &SystemManager::onReadStdout);
-    connect(&m_flashProcess, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            &SystemManager::onProcessFinished);
-    connect(&m_flashProcess, &QProcess::errorOccurred, this, &SystemManager::onFlashError);
-    m_flashSilenceTimer = new QTimer(this);
-    m_flashSilenceTimer->setSingleShot(true);
-    m_flashSilenceTimer->setInterval(m_timings.flashSilenceMs);
-    connect(m_flashSilenceTimer, &QTimer::timeout, this, &SystemManager::onFlashSilence);
-
-    m_statusTimer = new QTimer(this);
-    m_statusTimer->setInterval(m_timings.statusPeriodMs);
-    connect(m_statusTimer, &QTimer::timeout, this, &SystemManager::requestServerStatus);
-
-    // The settings store is gone when the destructor runs, and what is cut off shall stand in the log.
+    connectParts();
     if (QCoreApplication::instance() != nullptr)
         connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &SystemManager::stop);
     QTimer::singleShot(0, this, &SystemManager::deferredInit);
@@ -55,10 +57,10 @@ SystemManager::SystemManager(GenApplication* app, GenToolbox* toolbox, std::shar
 SystemManager::~SystemManager()
 {
     stop();
-    writeLog(QStringLiteral("SystemManager destructing."));
+    m_log.write(QStringLiteral("SystemManager destructing."));
     if (QCoreApplication::instance() != nullptr) {
         QCoreApplication::instance()->removeNativeEventFilter(this);
-        writeLog(QStringLiteral("Native event filter removed."));
+        m_log.write(QStringLiteral("Native event filter removed."));
     }
 }
 
@@ -68,60 +70,66 @@ void SystemManager::setToolbox(GenToolbox* toolbox)
     publishToQml(this, "GenTool.SystemManager", "SystemManager");
 }
 
+void SystemManager::connectParts()
+{
+    connect(this, &SystemManager::logMessage, this, &SystemManager::slotlogMessage);
+    connect(&m_server, &FirmwareServer::hostChanged, this, &SystemManager::serverHostChanged);
+    connect(&m_server, &FirmwareServer::docsPortChanged, this, &SystemManager::docsPortChanged);
+    connect(&m_server, &FirmwareServer::apiPortChanged, this, &SystemManager::apiPortChanged);
+    connect(&m_server, &FirmwareServer::connectedChanged, this, &SystemManager::serverConnectedChanged);
+    connect(&m_server, &FirmwareServer::catalogueChanged, this, &SystemManager::mcuTypesChanged);
+    connect(&m_watch, &BootModeWatch::usbConnectedChanged, this, &SystemManager::usbConnectedChanged);
+    connect(&m_watch, &BootModeWatch::felReadyChanged, this, &SystemManager::felReadyChanged);
+    connect(&m_upgrade, &FirmwareUpgrade::message, this, &SystemManager::logMessage);
+    connect(&m_upgrade, &FirmwareUpgrade::progress, this, &SystemManager::progressChanged);
+    connect(&m_upgrade, &FirmwareUpgrade::finished, this, &SystemManager::upgradeFinished);
+    connect(&m_driverJobs, &DriverJobs::busyChanged, this, &SystemManager::felDriverInstallBusyChanged);
+    connect(&m_driverJobs, &DriverJobs::finished, this, &SystemManager::onDriverJobFinished);
+}
+
 void SystemManager::deferredInit()
 {
-    if (m_stopping)
+    if (m_stopped)
         return;
-    writeLog(QStringLiteral("Deferred initialization started."));
+    m_log.write(QStringLiteral("Deferred initialization started."));
     if (QCoreApplication::instance() != nullptr) {
         QCoreApplication::instance()->installNativeEventFilter(this);
-        writeLog(QStringLiteral("Native event filter installed."));
+        m_log.write(QStringLiteral("Native event filter installed."));
     }
-    m_deviceNotice = std::make_unique<platform::DeviceNotice>([this](quint64 code) { onDeviceChange(code); });
-    if (!m_deviceNotice->isActive())
-        writeLog(QStringLiteral("Device changes are not reported by this system."));
-    requestServerStatus();
-    m_statusTimer->start();
-    requestMcuTypes(QString());
-    QTimer::singleShot(m_timings.firstPresenceCheckMs, this, [this] { requestConnectionStateRefresh(true); });
+    m_server.start();
+    m_server.requestCatalogue(QString());
+    m_watch.start();
 }
 
 void SystemManager::stop()
 {
-    if (m_stopping.exchange(true))
-        return;
-    m_statusTimer->stop();
-    m_deviceNotice.reset();
-    cutUpgrade();
-    m_presenceCheck.waitForFinished();
-    m_driverJob.waitForFinished();
-    m_archiveJob.waitForFinished();
-    // What the tasks have posted: their log lines and their results.
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    delete m_network;
-    m_network = nullptr;
+    m_stopped = true;
+    m_server.stop();
+    m_upgrade.stop();
+    m_watch.stop();
+    m_driverJobs.stop();
 }
+
+bool SystemManager::nativeEventFilter(const QByteArray& eventType, void* message, long*)
+{
+    if (const std::optional<quint64> code = platform::deviceChangeCode(eventType, message)) {
+        qDebug() << "SystemManager::nativeEventFilter"
+                 << "enter" << platform::cWmDeviceChange;
+        m_watch.onDeviceChanges({{*code, {}, {}}});
+    }
+    return false;
+}
+
+// The log
 
 QString SystemManager::systemLogFilePath()
 {
-    return m_log.filePath(QDateTime::currentDateTime());
+    return m_log.filePath();
 }
 
-void SystemManager::writeLog(const QString& message)
+QString SystemManager::exportLogsArchive()
 {
-    const QDateTime now = QDateTime::currentDateTime();
-    if (QThread::currentThread() == thread())
-        appendToLog(message, now);
-    else
-        QMetaObject::invokeMethod(
-            this, [this, message, now] { appendToLog(message, now); }, Qt::QueuedConnection);
-}
-
-void SystemManager::appendToLog(const QString& message, const QDateTime& now)
-{
-    if (m_settings == nullptr || !m_settings->value(setting::usbDebugEnabled))
-        return;
-    m_log.append(message, now);
+    return m_stopped ? QString() : exportLogs(m_log, m_archiveFolder);
 }
 
 void SystemManager::slotlogMessage(const QString& msg)
@@ -129,92 +137,88 @@ void SystemManager::slotlogMessage(const QString& msg)
     qDebug().noquote() << "SystemManager::slotlogMessage" << msg;
     QString text = msg;
     text.remove(QLatin1Char('\r'));
-    writeLog(QStringLiteral("logMessage: %1").arg(text));
+    m_log.write(QStringLiteral("logMessage: %1").arg(text));
     if (const std::optional<int> percent = flash::percentIn(text))
-        Q_EMIT progressChanged(flash::overallProgress(m_upgradeStage, *percent));
+        Q_EMIT progressChanged(m_upgrade.progressAt(*percent));
 }
 
-void SystemManager::storeSetting(const QString& key, const QVariant& value)
+// The server
+
+void SystemManager::requestMcuTypes(const QString& api)
 {
-    if (m_settings != nullptr)
-        m_settings->setValue(server::settingsGroup(), key, value);
+    m_server.requestCatalogue(api);
 }
 
-bool SystemManager::runProcessAndWait(const QString& program, const QStringList& arguments,
-                                      QString* stdoutOut, QString* stderrOut, int* exitCodeOut,
-                                      int timeoutMs) const
+void SystemManager::setServerHost(const QString& host)
 {
-    using End = platform::ProcessOutcome::End;
-    platform::ProcessRequest request;
-    request.program = program;
-    request.arguments = arguments;
-    request.finishTimeoutMs = timeoutMs;
-    request.cancelled = &m_stopping;
-    const platform::ProcessOutcome outcome = platform::runProcess(request);
-    if (exitCodeOut != nullptr)
-        *exitCodeOut = outcome.exitCode;
-    QString failure;
-    if (outcome.end == End::NotStarted)
-        failure = QStringLiteral("Failed to start process: %1").arg(program);
-    else if (outcome.end == End::TimedOut)
-        failure = QStringLiteral("Process timed out: %1").arg(program);
-    else if (outcome.end == End::Cancelled)
-        failure = QStringLiteral("Process cancelled: %1").arg(program);
-    else if (stdoutOut != nullptr)
-        *stdoutOut = QString::fromLocal8Bit(outcome.standardOutput);
-    if (stderrOut != nullptr)
-        *stderrOut = failure.isEmpty() ? QString::fromLocal8Bit(outcome.standardError) : failure;
-    return outcome.end == End::Exited;
+    m_server.setHost(host);
 }
 
-platform::ProcessRun SystemManager::processRun() const
+void SystemManager::setDocsPort(int port)
 {
-    return [this](const QString& program, const QStringList& arguments, QString* standardOutput,
-                  QString* standardError, int* exitCode, int timeoutMs) {
-        return runProcessAndWait(program, arguments, standardOutput, standardError, exitCode, timeoutMs);
-    };
+    m_server.setDocsPort(port);
 }
 
-QString SystemManager::exportLogsArchive()
+void SystemManager::setApiPort(int port)
 {
-    const QString sourceDir = DataFolders::logsPath();
-    if (!QDir(sourceDir).exists()) {
-        writeLog(QStringLiteral("exportLogsArchive aborted: sourceDir missing. path=%1").arg(sourceDir));
-        return {};
-    }
-    if (m_exporting || m_stopping)
-        return {};
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    QDir().mkpath(desktop);
-    const QString archive = desktop + QStringLiteral("/Quorvel_logs.zip");
-    QFile::remove(archive);
+    m_server.setApiPort(port);
+}
 
-    m_exporting = true;
-    const QPointer<SystemManager> self(this);
-    platform::ArchiveOutcome outcome;
-    // On the pool, so that the window goes on painting; without input nothing is started in the meantime.
-    QFutureWatcher<platform::ArchiveOutcome> watcher;
-    QEventLoop loop;
-    connect(&watcher, &QFutureWatcherBase::finished, &loop, &QEventLoop::quit);
-    const auto job = QtConcurrent::run([this, sourceDir, archive] {
-        return m_services.archiveFolder(sourceDir, archive, processRun(), m_stopping);
-    });
-    m_archiveJob = QFuture<void>(job);
-    watcher.setFuture(job);
-    if (!job.isFinished())
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (self == nullptr)
-        return {};
-    // The loop also ends when the application quits.
-    watcher.waitForFinished();
-    outcome = job.result();
-    m_exporting = false;
-    writeLog(QStringLiteral("exportLogsArchive finished. ok=%1 exitCode=%2 archive=%3 stdout=%4 stderr=%5")
-                 .arg(QString::number(int(outcome.ran)), QString::number(outcome.exitCode), archive,
-                      outcome.standardOutput.simplified(), outcome.standardError.simplified()));
-    if (outcome.ran && outcome.exitCode == 0 && QFile::exists(archive))
-        return archive;
-    // An archiver that was ended in the middle leaves half a file.
-    QFile::remove(archive);
-    return {};
+QString SystemManager::docsZhUrl() const
+{
+    return m_server.docsUrl(QStringLiteral("/"));
+}
+
+QString SystemManager::docsEnUrl() const
+{
+    return m_server.docsUrl(QStringLiteral("/en/"));
+}
+
+// The upgrade
+
+void SystemManager::startUpgrade(const QString& type)
+{
+    m_upgrade.start(type, m_server.catalogue());
+}
+
+void SystemManager::onReadStdout()
+{
+    m_upgrade.readOutput();
+}
+
+void SystemManager::onReadStderr()
+{
+    m_upgrade.readErrors();
+}
+
+void SystemManager::onProcessFinished(int exitCode, QProcess::ExitStatus status)
+{
+    m_upgrade.onToolFinished(exitCode, status);
+}
+
+// The driver
+
+void SystemManager::installFelDriver()
+{
+    m_driverJobs.start(DriverJob::Install);
+}
+
+void SystemManager::uninstallFelDriver()
+{
+    m_driverJobs.start(DriverJob::Uninstall);
+}
+
+void SystemManager::onDriverJobFinished(DriverJob job, const DriverJobOutcome& outcome)
+{
+    Q_EMIT felDriverInstallFinished(outcome.ok(), driver::outcomeMessage(textsOf(job), outcome));
+    if (outcome.end == DriverJobOutcome::End::Ended)
+        m_watch.requestCheck(true);
+}
+
+void SystemManager::launchLegacyFelDriverInstaller()
+{
+    const QString installer =
+        driver::findLegacyFelDriverInstaller(QCoreApplication::applicationDirPath(), QDir::currentPath());
+    if (!installer.isEmpty())
+        QProcess::startDetached(installer, QStringList());
 }

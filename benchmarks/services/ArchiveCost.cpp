@@ -50,7 +50,6 @@ int main(int argc, char** argv)
     }
     const QString ours = home.filePath(QStringLiteral("ours.zip"));
     const QString theirs = home.filePath(QStringLiteral("theirs.zip"));
-    const std::atomic_bool cancelled{false};
     bool complete = true;
     QProcess zip;
     zip.setWorkingDirectory(home.path());
@@ -58,7 +57,8 @@ int main(int argc, char** argv)
         cRuns,
         [&] {
             QFile::remove(ours);
-            complete = complete && platform::archiveFolder(logs, ours, {}, cancelled).exitCode == 0;
+            complete =
+                complete && platform::archiveFolder(logs, ours, {}, platform::cArchiveTimeLimitMs).complete;
         },
         [&] {
             QFile::remove(theirs);

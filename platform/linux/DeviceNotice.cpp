@@ -5,10 +5,10 @@
 #include "platform/linux/UdevPointers.h"
 
 #include <QSocketNotifier>
+#include <QStringList>
 
 #include <cerrno>
 #include <cstring>
-#include <optional>
 #include <utility>
 
 namespace platform {
@@ -17,10 +17,10 @@ struct DeviceNotice::Watch
 {
     explicit Watch(Handler handler);
 
-    /// Reads every waiting event and tells the handler once about them.
+    /// Reads every pending event and calls the handler once.
     void drain();
 
-    Handler tell;
+    Handler handle;
     UdevContext context{udev_new()};
     UdevMonitor monitor;
     std::unique_ptr<QSocketNotifier> notifier;
@@ -38,9 +38,29 @@ quint64 codeOf(udev_device* device)
     return cDevNodesChanged;
 }
 
+/// Vendor and product number from the property "PRODUCT", for example "1f3a/efe8/2b3". The kernel sends it
+/// with every event of a USB device, also with the removal, when the device's attributes can no longer be
+/// read.
+DeviceChange changeOf(udev_device* device)
+{
+    constexpr int cHexadecimal = 16;
+    DeviceChange change;
+    change.code = codeOf(device);
+    const QStringList numbers =
+        QString::fromLatin1(udev_device_get_property_value(device, "PRODUCT")).split(QLatin1Char('/'));
+    const auto number = [&numbers](int index) {
+        bool ok = false;
+        const uint value = numbers.value(index).toUInt(&ok, cHexadecimal);
+        return ok ? QStringLiteral("%1").arg(value, 4, cHexadecimal, QLatin1Char('0')).toUpper() : QString();
+    };
+    change.vid = number(0);
+    change.pid = number(1);
+    return change;
+}
+
 } // namespace
 
-DeviceNotice::Watch::Watch(Handler handler) : tell(std::move(handler))
+DeviceNotice::Watch::Watch(Handler handler) : handle(std::move(handler))
 {
     if (!context)
         return;
@@ -59,21 +79,21 @@ DeviceNotice::Watch::Watch(Handler handler) : tell(std::move(handler))
 
 void DeviceNotice::Watch::drain()
 {
-    std::optional<quint64> last;
+    std::vector<DeviceChange> changes;
     for (;;) {
         errno = 0;
         const UdevDevice device{udev_monitor_receive_device(monitor.get())};
         if (device) {
-            last = codeOf(device.get());
+            changes.push_back(changeOf(device.get()));
         } else if (errno == ENOBUFS) {
-            // The kernel dropped events: what happened is unknown, that something did is certain.
-            last = cDevNodesChanged;
+            // The kernel dropped events: the bus changed in an unknown way.
+            changes.push_back({cDevNodesChanged, {}, {}});
         } else {
             break;
         }
     }
-    if (last)
-        tell(*last);
+    if (!changes.empty())
+        handle(changes);
 }
 
 DeviceNotice::DeviceNotice(Handler handler) : m_watch(std::make_unique<Watch>(std::move(handler))) {}

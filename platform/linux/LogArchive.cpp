@@ -2,6 +2,7 @@
 #include "platform/LogArchive.h"
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -21,15 +22,14 @@ constexpr qint64 cChunkSize = 256 * 1024;
 /// Exit codes of the packing, for the log.
 constexpr int cDone = 0;
 constexpr int cFailed = 1;
-constexpr int cCancelled = 2;
 
 /// Copies \a source into the open entry \a target; empty on success, else the reason.
-QString copyInto(QFile& source, QuaZipFile& target, const std::atomic_bool& cancelled)
+QString copyInto(QFile& source, QuaZipFile& target, const QDeadlineTimer& deadline)
 {
     QByteArray chunk(int(cChunkSize), Qt::Uninitialized);
     for (;;) {
-        if (cancelled)
-            return QStringLiteral("cancelled");
+        if (deadline.hasExpired())
+            return QStringLiteral("there was no time to pack the rest");
         const qint64 count = source.read(chunk.data(), chunk.size());
         if (count < 0)
             return source.errorString();
@@ -41,7 +41,7 @@ QString copyInto(QFile& source, QuaZipFile& target, const std::atomic_bool& canc
 }
 
 /// Adds \a path to \a zip under \a name; empty on success, else the reason.
-QString addFile(QuaZip& zip, const QString& path, const QString& name, const std::atomic_bool& cancelled)
+QString addFile(QuaZip& zip, const QString& path, const QString& name, const QDeadlineTimer& deadline)
 {
     QFile source(path);
     if (!source.open(QIODevice::ReadOnly))
@@ -49,7 +49,7 @@ QString addFile(QuaZip& zip, const QString& path, const QString& name, const std
     QuaZipFile entry(&zip);
     if (!entry.open(QIODevice::WriteOnly, QuaZipNewInfo(name, path), nullptr, 0, Z_DEFLATED, Z_BEST_SPEED))
         return name + QStringLiteral(": ") + entry.errorString();
-    const QString error = copyInto(source, entry, cancelled);
+    const QString error = copyInto(source, entry, deadline);
     entry.close();
     if (!error.isEmpty())
         return name + QStringLiteral(": ") + error;
@@ -57,7 +57,7 @@ QString addFile(QuaZip& zip, const QString& path, const QString& name, const std
 }
 
 /// Packs every file under \a folder into \a archive; empty on success, else the reason.
-QString packFolder(const QString& folder, const QString& archive, const std::atomic_bool& cancelled)
+QString packFolder(const QString& folder, const QString& archive, const QDeadlineTimer& deadline)
 {
     QuaZip zip(archive);
     zip.setUtf8Enabled(true);
@@ -69,7 +69,7 @@ QString packFolder(const QString& folder, const QString& archive, const std::ato
     QString error = files.hasNext() ? QString() : QStringLiteral("%1 holds no files").arg(folder);
     while (error.isEmpty() && files.hasNext()) {
         const QString path = files.next();
-        error = addFile(zip, path, root.relativeFilePath(path), cancelled);
+        error = addFile(zip, path, root.relativeFilePath(path), deadline);
     }
     zip.close();
     if (error.isEmpty() && zip.getZipError() != UNZ_OK)
@@ -81,22 +81,20 @@ QString packFolder(const QString& folder, const QString& archive, const std::ato
 } // namespace
 
 ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun&,
-                             const std::atomic_bool& cancelled)
+                             int timeLimitMs)
 {
     const QString partial = archive + QStringLiteral(".part");
     ArchiveOutcome outcome;
     outcome.ran = true;
-    outcome.standardError = packFolder(folder, partial, cancelled);
+    outcome.standardError = packFolder(folder, partial, QDeadlineTimer(timeLimitMs));
     // rename() of the C library replaces the target in one step.
     if (outcome.standardError.isEmpty() &&
         std::rename(QFile::encodeName(partial).constData(), QFile::encodeName(archive).constData()) != 0)
         outcome.standardError = QStringLiteral("%1 cannot be renamed").arg(partial);
-    if (outcome.standardError.isEmpty()) {
-        outcome.exitCode = cDone;
-    } else {
+    outcome.complete = outcome.standardError.isEmpty();
+    outcome.exitCode = outcome.complete ? cDone : cFailed;
+    if (!outcome.complete)
         QFile::remove(partial);
-        outcome.exitCode = cancelled ? cCancelled : cFailed;
-    }
     return outcome;
 }
 

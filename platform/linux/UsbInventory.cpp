@@ -13,6 +13,7 @@ platform::UsbQuery platform::findUsbDevice(const QString& vid, const QString& pi
     const UdevEnumerate devices{context ? udev_enumerate_new(context.get()) : nullptr};
     if (!devices) {
         query.detail = QStringLiteral("udev is not available");
+        query.answered = false;
         return query;
     }
     // The kernel writes these attributes in lower case.
@@ -24,6 +25,7 @@ platform::UsbQuery platform::findUsbDevice(const QString& vid, const QString& pi
     const int scan = udev_enumerate_scan_devices(devices.get());
     const udev_list_entry* first = scan < 0 ? nullptr : udev_enumerate_get_list_entry(devices.get());
     query.found = first != nullptr;
+    query.answered = scan >= 0;
     const char* path = query.found ? udev_list_entry_get_name(const_cast<udev_list_entry*>(first)) : "";
     query.detail =
         QStringLiteral("udev scan=%1 device=%2 path=%3")

@@ -4,7 +4,7 @@
 #include "platform/PowerShell.h"
 
 platform::ArchiveOutcome platform::archiveFolder(const QString& folder, const QString& archive,
-                                                 const ProcessRun& run, const std::atomic_bool& cancelled)
+                                                 const ProcessRun& run, int timeLimitMs)
 {
-    return powershell::archiveFolder(folder, archive, run, cancelled);
+    return powershell::archiveFolder(folder, archive, run, timeLimitMs);
 }

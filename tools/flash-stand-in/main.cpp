@@ -102,9 +102,7 @@ int writeSteps(FlashImage& flash, std::uint64_t address, const std::vector<char>
 
 int spiFlashWrite(const char* addressText, const char* path, bool showProgress, const Behaviour& behaviour)
 {
-    std::error_code error;
-    if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error))
-        return fail(cExitFailure, "error: \"" + std::string(path) + "\" is not a regular file");
+    // A folder opens as well and then has no bytes, as for the C library that the real tool reads with.
     std::ifstream file(path, std::ios::binary);
     if (!file.is_open())
         return fail(cExitFailure, std::string("Failed to open input file: ") + path);
@@ -112,7 +110,10 @@ int spiFlashWrite(const char* addressText, const char* path, bool showProgress, 
     if (address % FlashImage::cSectorBytes != 0)
         return fail(cExitFailure, "aw_fel_spiflash_write: 'addr' must be " +
                                       std::to_string(FlashImage::cSectorBytes) + " bytes aligned");
-    const std::vector<char> data{std::istreambuf_iterator<char>(file), {}};
+    std::error_code error;
+    const std::vector<char> data = std::filesystem::is_directory(path, error)
+                                       ? std::vector<char>()
+                                       : std::vector<char>{std::istreambuf_iterator<char>(file), {}};
     if (behaviour.fault == Behaviour::Fault::UnsupportedSpi) {
         printFlushed("SPI support not implemented yet for 1663 (F1C100s)!\n");
         return 0;

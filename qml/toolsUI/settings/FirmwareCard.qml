@@ -219,10 +219,13 @@ SettingsCard {
                 _root._stateColor = _root._manager.felReady ? PageStyle.settingsText : PageStyle.settingsFailure
         }
         function onUpgradeFinished(ok) {
-            if (!ok)
+            if (!ok) {
                 _root._setState("failed", PageStyle.settingsFailure)
-            else if (_root.progress === 100) // also after a press that came too early for another upgrade
+            } else if (_root.progress === 100 || _root.upgradeState === "running") {
+                // Also after a press that came too early for another upgrade, and on a page opened meanwhile.
+                _root.progress = 100
                 _root._setState("complete", PageStyle.settingsOk)
+            }
         }
         function onFelReadyChanged() {
             if (!_root._manager.felReady && _root.progress !== 0 && _root.progress !== 100)

@@ -58,6 +58,9 @@ class FlashTool:
         self._control.write_text("".join(f"QUORVEL_FLASH_{name}={value}\n" for name, value in values.items()))
 
     def content(self, address, size):
+        """What the flash holds; nothing before the first write."""
+        if not self.image.exists():
+            return b""
         with open(self.image, "rb") as image:
             image.seek(address)
             return image.read(size)

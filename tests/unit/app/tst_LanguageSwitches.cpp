@@ -6,10 +6,10 @@
 #include "tests/qml/TestInstrument.h"
 #include "tests/support/ProcessMemory.h"
 #include "tests/support/TestCase.h"
+#include "tests/unit/app/ItemSearch.h"
 
 #include <QAbstractItemModel>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QSignalSpy>
@@ -46,19 +46,6 @@ std::optional<test::ProcessMemory> usedMemory(QQmlEngine& engine)
 {
     engine.collectGarbage();
     return test::processMemory();
-}
-
-/// The first item of the tree that has a property of that name.
-QQuickItem* itemWith(QQuickItem* root, const char* property)
-{
-    if (root->property(property).isValid())
-        return root;
-    const QList<QQuickItem*> children = root->childItems();
-    for (QQuickItem* child : children) {
-        if (QQuickItem* found = itemWith(child, property))
-            return found;
-    }
-    return nullptr;
 }
 
 /// Everything that the items of the tree say, in their order.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "firmware/DriverJob.h"
-#include "tests/support/TestCase.h"
+#include "firmware/DriverJobs.h"
+#include "tests/unit/firmware/FirmwareFixture.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -9,37 +9,62 @@
 using Finder = QString (*)(const QString& appDir, const QString& workingDir);
 Q_DECLARE_METATYPE(Finder)
 
-class DriverJobTest : public TestCase
+class DriverJobTest : public FirmwareTestCase
 {
     Q_OBJECT
 
+private:
+    const QString m_workingFolder = QDir::currentPath();
+
+    /// Makes a folder with a driver script the working folder; the path of the script.
+    QString addScript(bool install) const
+    {
+        const QDir folder(m_fixture->scripts.path("it's"));
+        const QString script =
+            folder.filePath(install ? QStringLiteral("docs/FELdrivers/install-fel-winusb-driver.ps1")
+                                    : QStringLiteral("docs/FELdrivers/uninstall-fel-winusb-driver.ps1"));
+        if (!folder.mkpath("docs/FELdrivers") || !test::writeFile(script, {}))
+            qFatal("a script could not be written");
+        QDir::setCurrent(folder.path());
+        return script;
+    }
+
 private Q_SLOTS:
+    void initTestCase() { qRegisterMetaType<DriverJob>("DriverJob"); }
+
+    void cleanup()
+    {
+        QDir::setCurrent(m_workingFolder);
+        FirmwareTestCase::cleanup();
+    }
+
     void messages_data()
     {
-        const test::Table<bool, int, QString, QString, QString> table("ok", "exitCode", "output", "errors",
+        const test::Table<bool, int, QString, QString, QString> table("ran", "exitCode", "output", "errors",
                                                                       "message");
         table.row("success", true, 0, "talk", "warning", "done");
-        table.row("refused by the user", false, 1223, "", "long story", "cancelled");
-        table.row("errors before output", false, 5, "out", " denied \n", "failed 5 denied");
-        table.row("output without errors", false, 2, "  missing\n", " \n", "failed 2 missing");
-        table.row("silent", false, 1, "", "", "failed 1");
+        table.row("refused by the user", true, 1223, "", "long story", "cancelled");
+        table.row("errors before output", true, 5, "out", " denied \n", "failed 5 denied");
+        table.row("output without errors", true, 2, "  missing\n", " \n", "failed 2 missing");
+        table.row("silent", true, 1, "", "", "failed 1");
         table.row("crash with code 0", false, 0, "", "", "failed 0");
         table.row("not started", false, -1, "", "Failed to start process: powershell",
                   "failed -1 Failed to start process: powershell");
-        table.row("long", false, 9, "", QString(300, 'e'), "failed 9 " + QString(180, 'e'));
+        table.row("long", true, 9, "", QString(300, 'e'), "failed 9 " + QString(180, 'e'));
     }
 
     void messages()
     {
-        QFETCH(bool, ok);
+        QFETCH(bool, ran);
         QFETCH(int, exitCode);
         QFETCH(QString, output);
         QFETCH(QString, errors);
+        const DriverJobOutcome outcome{DriverJobOutcome::End::Ended, ran, exitCode, output, errors};
         DriverTexts texts;
         texts.success = QStringLiteral("done");
         texts.cancelled = QStringLiteral("cancelled");
         texts.failed = QStringLiteral("failed %1");
-        QTEST(driver::outcomeMessage(texts, ok, exitCode, output, errors), "message");
+        QTEST(driver::outcomeMessage(texts, outcome), "message");
     }
 
     void fileIsFoundWhereItCountsMost_data()
@@ -73,6 +98,60 @@ private Q_SLOTS:
             QVERIFY(file.open(QIODevice::WriteOnly));
             QCOMPARE(find(app, working), QDir::toNativeSeparators(path));
         }
+    }
+
+    void job_data()
+    {
+        const test::Table<bool, QByteArray, bool, QString> table("install", "powershell", "ok", "errors");
+        table.row("installed", true, "exit 0", true, {});
+        table.row("removed", false, "exit 0", true, {});
+        table.row("denied", true, "echo denied >&2; exit 5", false, "denied\n");
+        table.row("no PowerShell", true, {}, false, "Failed to start process: powershell");
+    }
+
+    void job()
+    {
+        QFETCH(bool, install);
+        QFETCH(QByteArray, powershell);
+        if (!powershell.isEmpty())
+            m_fixture->scripts.addRecorder("powershell", powershell);
+        DriverJobs jobs(true, m_fixture->log);
+        const QSignalSpy busy(&jobs, &DriverJobs::busyChanged);
+        const QSignalSpy finished(&jobs, &DriverJobs::finished);
+        const auto outcome = [&finished](int index) {
+            return finished.value(index).value(1).value<DriverJobOutcome>();
+        };
+        // Without its script a job cannot begin.
+        jobs.start(DriverJob::Install);
+        QCOMPARE(outcome(0).end, DriverJobOutcome::End::FilesMissing);
+        QCOMPARE(busy.count(), 0);
+        const QString script = addScript(install);
+        jobs.start(install ? DriverJob::Install : DriverJob::Uninstall);
+        QVERIFY(jobs.isBusy());
+        // Another one does nothing meanwhile.
+        jobs.start(DriverJob::Install);
+        QTRY_COMPARE(finished.count(), 2);
+        QTEST(outcome(1).ok(), "ok");
+        QTEST(outcome(1).standardError, "errors");
+        QCOMPARE(busy.count(), 2);
+        const QList<QStringList> calls = m_fixture->scripts.calls("powershell");
+        QCOMPARE(calls.size(), powershell.isEmpty() ? 0 : 1);
+        QVERIFY(calls.isEmpty() || calls.first().last().contains(QString(script).replace("'", "''")));
+    }
+
+    void stoppingDuringAJob()
+    {
+        const QString id = m_fixture->addHanging("powershell");
+        DriverJobs jobs(true, m_fixture->log);
+        addScript(true);
+        const QSignalSpy finished(&jobs, &DriverJobs::finished);
+        jobs.start(DriverJob::Install);
+        QTRY_VERIFY(test::processIdIn(id) > 0);
+        jobs.stop();
+        QCOMPARE(finished.count(), 1);
+        QVERIFY(!test::processRuns(test::processIdIn(id)));
+        jobs.start(DriverJob::Install);
+        QVERIFY(!jobs.isBusy());
     }
 };
 

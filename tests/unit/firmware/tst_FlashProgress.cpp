@@ -60,11 +60,20 @@ private Q_SLOTS:
         QCOMPARE(flash::downloadPercent(std::numeric_limits<qint64>::max(), 1), 100);
     }
 
-    void refusalsThatLookLikeSuccess()
+    void writtenOnlyWithAHundredPercentAtTheEnd_data()
     {
-        QVERIFY(flash::reportsNoFlash("SPI support not implemented yet for 1663 (F1C100s)!\n"));
-        QVERIFY(flash::reportsNoFlash("No SPI flash detected.\n"));
-        QVERIFY(!flash::reportsNoFlash("100% [====]   992 kB,  101.3 kB/s\n"));
+        const test::Table<QString, bool> table("output", "written");
+        table.row("end", "\r 99% [=== ] 101.0 kB/s, ETA 00:00 \r100% [====]   992 kB,  101.3 kB/s\n", true);
+        table.row("cut off", "\r 99% [=== ] 101.0 kB/s, ETA 00:00 ", false);
+        table.row("nothing to write", "", false);
+        table.row("unknown flash", "SPI support not implemented yet for 1663 (F1C100s)!\n", false);
+        table.row("more digits", "1100%", false);
+    }
+
+    void writtenOnlyWithAHundredPercentAtTheEnd()
+    {
+        QFETCH(QString, output);
+        QTEST(flash::reportsWritten(output), "written");
     }
 };
 

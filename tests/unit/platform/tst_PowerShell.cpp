@@ -9,21 +9,6 @@ using namespace platform;
 
 namespace {
 
-/// Runs programs as the system manager does.
-bool runForReal(const QString& program, const QStringList& arguments, QString* output, QString* errors,
-                int* exitCode, int timeoutMs)
-{
-    ProcessRequest request;
-    request.program = program;
-    request.arguments = arguments;
-    request.finishTimeoutMs = timeoutMs;
-    const ProcessOutcome outcome = runProcess(request);
-    *output = QString::fromLocal8Bit(outcome.standardOutput);
-    *errors = QString::fromLocal8Bit(outcome.standardError);
-    *exitCode = outcome.exitCode;
-    return outcome.end == ProcessOutcome::End::Exited;
-}
-
 QStringList shellArguments(const QString& command)
 {
     return {"-NoProfile", "-ExecutionPolicy", "Bypass", "-Command", command};
@@ -77,7 +62,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, body);
         const test::ScriptFolder scripts;
         scripts.addRecorder("powershell", body);
-        const UsbQuery query = powershell::queryPnpDevice("1f3a", "efe8", runForReal);
+        const UsbQuery query = powershell::queryPnpDevice("1f3a", "efe8", processRunner(nullptr));
         QTEST(query.found, "found");
         QTEST(query.detail, "detail");
         QCOMPARE(scripts.calls("powershell"),
@@ -90,8 +75,8 @@ private Q_SLOTS:
     {
         const test::ScriptFolder scripts;
         scripts.addRecorder("powershell", "echo done; echo 'and a warning' >&2; exit 4");
-        const ArchiveOutcome outcome =
-            powershell::archiveFolder("/home/o'neil [x]/Logs", "/home/o'neil/''x.zip", runForReal, false);
+        const ArchiveOutcome outcome = powershell::archiveFolder(
+            "/home/o'neil [x]/Logs", "/home/o'neil/''x.zip", processRunner(nullptr), 0);
         QVERIFY(outcome.ran);
         QCOMPARE(outcome.exitCode, 4);
         QCOMPARE(outcome.standardOutput, QStringLiteral("done\n"));

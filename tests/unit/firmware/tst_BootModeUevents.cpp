@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/DeviceChangeMessage.h"
 #include "platform/DeviceNotice.h"
-#include "tests/unit/system/ManagerFixture.h"
+#include "tests/unit/firmware/FirmwareFixture.h"
 
 #include <umockdev.h>
 
-#include <QApplication>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -17,7 +16,7 @@ const QByteArray cInstrument("0483 5750");
 } // namespace
 
 /// The real udev code on a mock device tree: this program runs under umockdev's wrapper.
-class BootModeUeventsTest : public ManagerTestCase
+class BootModeUeventsTest : public FirmwareTestCase
 {
     Q_OBJECT
 
@@ -28,7 +27,10 @@ private:
     void plug(const QByteArray& name, const QByteArray& device)
     {
         const QList<QByteArray> ids = device.split(' ');
+        // Without leading zeros, as the kernel writes it.
+        const auto hex = [](const QByteArray& id) { return QByteArray::number(id.toInt(nullptr, 16), 16); };
         const QByteArray text = "P: /devices/usb1/" + name + "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\n" +
+                                "E: PRODUCT=" + hex(ids.at(0)) + '/' + hex(ids.at(1)) + "/2b3\n" +
                                 "A: idVendor=" + ids.at(0) + "\\n\nA: idProduct=" + ids.at(1) + "\\n\n\n";
         GError* error = nullptr;
         if (!umockdev_testbed_add_from_string(m_testbed, text.constData(), &error))
@@ -45,13 +47,16 @@ private:
         m_plugged.removeOne(name);
     }
 
-    /// A manager with this platform's own services, past its start-up.
-    SystemManager& start()
+    std::unique_ptr<BootModeWatch> m_watch;
+
+    /// A watch with this platform's own look at the bus.
+    BootModeWatch& start()
     {
-        m_fixture->services.findUsbDevice = platform::findUsbDevice;
-        SystemManager& manager = m_fixture->start();
-        [this] { QTRY_VERIFY(m_fixture->logHas("Native event filter installed.")); }();
-        return manager;
+        m_fixture->bootMode.findUsbDevice = platform::findUsbDevice;
+        m_watch = std::make_unique<BootModeWatch>(m_fixture->bootMode, BootModeTimings{3600 * 1000, 50},
+                                                  m_fixture->log);
+        m_watch->start();
+        return *m_watch;
     }
 
 private Q_SLOTS:
@@ -66,40 +71,17 @@ private Q_SLOTS:
 
     void init()
     {
-        ManagerTestCase::init();
-        m_fixture->server.close();
-        m_fixture->scripts.addRecorder("sunxi-fel", "echo AWUSBFEX");
+        FirmwareTestCase::init();
+        m_fixture->addFlashTool();
     }
 
     void cleanup()
     {
-        ManagerTestCase::cleanup();
+        m_watch.reset();
+        FirmwareTestCase::cleanup();
         const QList<QByteArray> plugged = m_plugged;
         for (const QByteArray& name : plugged)
             unplug(name);
-    }
-
-    void plugAndUnplug()
-    {
-        SystemManager& manager = start();
-        for (int round = 0; round < 3; ++round) {
-            plug("1-2", cBootMode);
-            QTRY_VERIFY(manager.usbConnected());
-            QTRY_VERIFY(manager.felReady());
-            unplug("1-2");
-            QTRY_VERIFY(!manager.felReady());
-            QVERIFY(!manager.usbConnected());
-        }
-    }
-
-    void anotherDeviceIsNotMistaken()
-    {
-        SystemManager& manager = start();
-        const QSignalSpy changes(&manager, &SystemManager::usbConnectedChanged);
-        plug("1-1", cInstrument);
-        QTRY_VERIFY(m_fixture->logHas("requestConnectionStateRefresh completed: usbConnected=0 felReady=0"));
-        QCOMPARE(changes.count(), 0);
-        QVERIFY(m_fixture->scripts.calls("sunxi-fel").isEmpty());
     }
 
     /// A bad contact: whatever the burst looked like, the state at its end is the true one.
@@ -113,7 +95,8 @@ private Q_SLOTS:
     void burst()
     {
         QFETCH(bool, pluggedAtTheEnd);
-        SystemManager& manager = start();
+        BootModeWatch& watch = start();
+        plug("1-1", cInstrument);
         for (int i = 0; i < 50; ++i) {
             plug("1-2", cBootMode);
             if (i % 3 == 0)
@@ -122,20 +105,26 @@ private Q_SLOTS:
         }
         if (pluggedAtTheEnd)
             plug("1-2", cBootMode);
-        QTRY_COMPARE(manager.usbConnected(), pluggedAtTheEnd);
-        QTRY_COMPARE(manager.felReady(), pluggedAtTheEnd);
-        QVERIFY(m_fixture->log().filter("WM_DEVICECHANGE received").size() <= 50);
+        QTRY_COMPARE(watch.usbConnected(), pluggedAtTheEnd);
+        QTRY_COMPARE(watch.felReady(), pluggedAtTheEnd);
+        QVERIFY(m_fixture->logLines().filter("WM_DEVICECHANGE received").size() <= 50);
     }
 
-    void noticeTellsArrivalAndRemoval()
+    void noticeNamesTheDevice()
     {
-        QList<quint64> codes;
-        const platform::DeviceNotice notice([&codes](quint64 code) { codes.append(code); });
+        QStringList changes;
+        const platform::DeviceNotice notice([&changes](const std::vector<platform::DeviceChange>& burst) {
+            for (const platform::DeviceChange& change : burst)
+                changes.append(QString::number(change.code, 16) + ' ' + change.vid + ' ' + change.pid);
+            changes.removeDuplicates();
+        });
         QVERIFY(notice.isActive());
+        plug("1-1", cInstrument);
+        QTRY_COMPARE(changes, QStringList{"8000 0483 5750"});
         plug("1-2", cBootMode);
-        QTRY_COMPARE(codes, QList<quint64>{platform::cDeviceArrival});
-        unplug("1-2");
-        QTRY_COMPARE(codes, (QList<quint64>{platform::cDeviceArrival, platform::cDeviceRemoveComplete}));
+        // The kernel reports the removal before the device has left the tree.
+        umockdev_testbed_uevent(m_testbed, "/sys/devices/usb1/1-2", "remove");
+        QTRY_COMPARE(changes.mid(1), (QStringList{"8000 1F3A EFE8", "8004 1F3A EFE8"}));
     }
 
     /// The real tool on a bus where it cannot reach a controller.
@@ -144,16 +133,17 @@ private Q_SLOTS:
         const QString tool = QStandardPaths::findExecutable("sunxi-fel", {"/usr/bin"});
         if (tool.isEmpty())
             QSKIP("sunxi-fel is not installed.");
-        m_fixture->services.flashToolPath = [tool] { return tool; };
-        SystemManager& manager = start();
+        m_fixture->bootMode.flashToolPath = [tool] { return tool; };
+        BootModeWatch& watch = start();
         plug("1-2", cBootMode);
-        QTRY_VERIFY(manager.usbConnected());
-        QVERIFY(!manager.felReady());
-        const QStringList lines = m_fixture->log().filter(QStringLiteral("checkFelDevice: program=") + tool);
+        QTRY_VERIFY(watch.usbConnected());
+        QVERIFY(!watch.felReady());
+        const QStringList lines =
+            m_fixture->logLines().filter(QStringLiteral("checkFelDevice: program=") + tool);
         QVERIFY2(!lines.isEmpty() && !lines.first().contains(QStringLiteral("exitCode=0")),
                  qPrintable(lines.join('\n')));
     }
 };
 
-QUORVEL_TEST_MAIN(BootModeUeventsTest, QApplication)
+QUORVEL_TEST_MAIN(BootModeUeventsTest, QCoreApplication)
 #include "tst_BootModeUevents.moc"

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "firmware/BootModeWatch.h"
+#include "storage/DebugLog.h"
+#include "tests/support/HttpFaultServer.h"
+#include "tests/support/ScriptFolder.h"
+#include "tests/support/TestCase.h"
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+
+#include <memory>
+#include <optional>
+
+class SettingsFile;
+
+/// What the objects around the firmware stand on: settings, a log that is on, a real HTTP server, scripts for
+/// the external programs, and a bus on which the controller always is.
+class FirmwareFixture
+{
+public:
+    /// Removes the log and the firmware cache of earlier tests.
+    FirmwareFixture();
+    Q_DISABLE_COPY(FirmwareFixture)
+
+    static QString cacheFolder();
+    /// Names of everything in the firmware cache.
+    static QStringList cached();
+    /// Puts a script there that never ends; the file that holds its process id while it runs.
+    QString addHanging(const QString& name) const;
+    /// Puts a flash tool there that answers "version", keeps what it is told to write in "written-ADDRESS",
+    /// and prints the bar of a real run. \a atWrite runs at the beginning of a write with the address in $3.
+    /// A run beside another one leaves the file "clash"; with a file "slow" every run takes a while.
+    void addFlashTool(const QByteArray& atWrite = ":") const;
+    /// How often the flash tool was called with \a command.
+    int toolCalls(const QString& command) const;
+
+    /// Today's log without the time stamps.
+    QStringList logLines() const;
+    bool logHas(const QString& text) const { return logLines().contains(text); }
+    int logged(const QString& text) const { return logLines().count(text); }
+
+    std::shared_ptr<SettingsFile> settings;
+    DebugLog log;
+    HttpFaultServer server;
+    test::ScriptFolder scripts;
+    BootModeServices bootMode;
+};
+
+/// Base of tests with a new fixture for each of them.
+class FirmwareTestCase : public TestCase
+{
+    Q_OBJECT
+
+protected:
+    std::optional<FirmwareFixture> m_fixture;
+
+protected Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_fixture.emplace();
+    }
+    void cleanup()
+    {
+        m_fixture.reset();
+        TestCase::cleanup();
+    }
+};
+
+/// A catalogue document with one type.
+QByteArray catalogueOf(const QString& type, const QStringList& urls, const QStringList& names);

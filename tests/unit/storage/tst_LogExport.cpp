@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/LogArchive.h"
+#include "platform/PowerShell.h"
+#include "storage/DataFolders.h"
+#include "storage/DebugLog.h"
+#include "storage/LogExport.h"
+#include "storage/SettingsFile.h"
+#include "tests/support/ScriptFolder.h"
+#include "tests/support/TestCase.h"
+
+#include <QDir>
+#include <QStandardPaths>
+#include <QtTest>
+
+#include <thread>
+
+class LogExportTest : public TestCase
+{
+    Q_OBJECT
+
+private:
+    std::shared_ptr<SettingsFile> m_settings = std::make_shared<SettingsFile>();
+    const DebugLog m_log{"export_%1.log", m_settings};
+
+    static QString archivePath()
+    {
+        return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) +
+               QStringLiteral("/Quorvel_logs.zip");
+    }
+
+    static QStringList desktop()
+    {
+        return QDir(QFileInfo(archivePath()).path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        TestCase::init();
+        m_settings->setValue(setting::usbDebugEnabled, true);
+        QDir(DataFolders::logs()).removeRecursively();
+        m_log.write("first");
+        QVERIFY(test::writeFile(archivePath(), "old"));
+    }
+
+    void archiveIsReplacedAndNoLineIsLost()
+    {
+        const QByteArray before = test::contentOf(m_log.filePath());
+        const QString archive =
+            exportLogs(m_log, [this, before](const QString& folder, const QString& path,
+                                             const platform::ProcessRun& run, int timeLimitMs) {
+                // Another thread logs and is not held up; no file is touched while it is read.
+                std::thread([this] { m_log.write("meanwhile"); }).join();
+                if (test::contentOf(m_log.filePath()) != before)
+                    return platform::ArchiveOutcome();
+                return platform::archiveFolder(folder, path, run, timeLimitMs);
+            });
+        QCOMPARE(archive, archivePath());
+        QVERIFY(QFileInfo(archive).size() > 100);
+        QCOMPARE(desktop(), QStringList{"Quorvel_logs.zip"});
+        const QByteArray lines = test::contentOf(m_log.filePath());
+        QCOMPARE(lines.count('\n'), 3);
+        QVERIFY(lines.contains("] meanwhile\n"));
+        QVERIFY(lines.contains("] exportLogsArchive finished. ok=1 exitCode=0 archive=" +
+                               QFile::encodeName(archive) + " stdout= stderr=\n"));
+    }
+
+    /// The archiver of Windows, played by a script.
+    void failureOnWindowsLeavesNoArchive_data()
+    {
+        const test::Table<QByteArray, bool> table("powershell", "saved");
+        const QByteArray zip = "echo zip > '" + QFile::encodeName(archivePath()) + "'; ";
+        table.row("exit 1", zip + "exit 1", false);
+        table.row("half a file", zip + "kill -9 $$", false);
+        table.row("no archive", "exit 0", false);
+        table.row("too slow", zip + "exec sleep 60", false);
+        const QByteArray packs = "cd '" + QFile::encodeName(DataFolders::logs()) +
+                                 "' && python3 -m zipfile -c '" + QFile::encodeName(archivePath()) + "' ";
+        table.row("a file is left out", packs + "second.log", false);
+        table.row("every file", packs + "*", true);
+    }
+
+    void failureOnWindowsLeavesNoArchive()
+    {
+        QFETCH(QByteArray, powershell);
+        const test::ScriptFolder scripts;
+        scripts.add("powershell", powershell);
+        QVERIFY(test::writeFile(DataFolders::logs() + "/second.log", "second"));
+        QFETCH(bool, saved);
+        QCOMPARE(exportLogs(m_log, platform::powershell::archiveFolder), saved ? archivePath() : QString());
+        QCOMPARE(desktop().size(), int(saved));
+    }
+
+    void withoutALogFolderNothingIsTouched()
+    {
+        QVERIFY(QDir(DataFolders::logs()).removeRecursively());
+        QCOMPARE(exportLogs(m_log, platform::archiveFolder), QString());
+        QCOMPARE(desktop(), QStringList{"Quorvel_logs.zip"});
+        // The line itself brings the folder back.
+        QVERIFY(test::contentOf(m_log.filePath())
+                    .contains("] exportLogsArchive aborted: sourceDir missing. path=" +
+                              QFile::encodeName(DataFolders::logsPath())));
+    }
+};
+
+QUORVEL_TEST_MAIN(LogExportTest, QCoreApplication)
+#include "tst_LogExport.moc"
