@@ -16,7 +16,6 @@
 #include <memory>
 #include <mutex>
 #include <set>
-#include <thread>
 #include <vector>
 
 using FakeHidApi::Device;
@@ -31,7 +30,6 @@ struct Instrument
     bool readsFail = false;
     QString readError;
     bool writesFail = false;
-    int writeDelayMs = 0;
     QList<QByteArray> written;
     int pendingReads = 0;
 };
@@ -145,13 +143,6 @@ void failWrites(const QByteArray& path, bool fail)
     const Lock lock(bus().mutex);
     if (const InstrumentPtr instrument = bus().find(path))
         instrument->writesFail = fail;
-}
-
-void slowWrites(const QByteArray& path, int milliseconds)
-{
-    const Lock lock(bus().mutex);
-    if (const InstrumentPtr instrument = bus().find(path))
-        instrument->writeDelayMs = milliseconds;
 }
 
 void failInit(int times)
@@ -333,16 +324,10 @@ int hid_read_timeout(hid_device* handle, unsigned char* data, size_t length, int
 
 int hid_write(hid_device* handle, const unsigned char* data, size_t length)
 {
-    Lock lock(bus().mutex);
+    const Lock lock(bus().mutex);
     if (!bus().isOpen(handle, "hid_write"))
         return -1;
     const InstrumentPtr instrument = handle->instrument;
-    if (instrument->writeDelayMs > 0) {
-        const std::chrono::milliseconds delay(instrument->writeDelayMs);
-        lock.unlock();
-        std::this_thread::sleep_for(delay);
-        lock.lock();
-    }
     if (instrument->writesFail) {
         handle->error = L"write failed";
         return -1;

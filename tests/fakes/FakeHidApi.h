@@ -45,8 +45,6 @@ void send(const QByteArray& path, const QByteArray& report);
 void failReads(const QByteArray& path, const QString& errorText);
 /// Lets writes fail, or work again.
 void failWrites(const QByteArray& path, bool fail);
-/// Lets each write take \a milliseconds.
-void slowWrites(const QByteArray& path, int milliseconds);
 /// Lets hid_init fail \a times.
 void failInit(int times);
 

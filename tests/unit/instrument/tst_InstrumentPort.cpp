@@ -120,18 +120,6 @@ private Q_SLOTS:
         QCOMPARE(port.events, QStringList({"Open", "Failed", "Open"}));
     }
 
-    void slowWritesLoseNoPacket()
-    {
-        FakeHidApi::slowWrites(cPath, 60);
-        TestPort port;
-        QVERIFY(port.open(openHandle(cPath)));
-        for (int i = 1; i <= 3; ++i) {
-            FakeHidApi::send(cPath, measurement(static_cast<float>(i)));
-            QVERIFY(port.write(measurement(0)));
-        }
-        QTRY_COMPARE(port.events, QStringList({"Open", "1", "2", "3"}));
-    }
-
     void closingHandsOverWhatWasRead()
     {
         TestPort port;
