@@ -4,6 +4,7 @@
 #include "platform/DeviceChangeMessage.h"
 #include "settings/GenSettings.h"
 #include "storage/DataFolders.h"
+#include "storage/TimeText.h"
 #include "system/SystemManager.h"
 #include "tests/support/HttpFaultServer.h"
 #include "tests/support/ScriptFolder.h"
@@ -76,7 +77,7 @@ private Q_SLOTS:
     {
         SystemManager& manager = start();
         QCOMPARE(manager.systemLogFilePath(), DataFolders::logs() + QStringLiteral("/system_manager_") +
-                                                  QDate::currentDate().toString("yyyyMMdd") +
+                                                  timeText(QDateTime::currentDateTime(), "yyyyMMdd") +
                                                   QStringLiteral(".log"));
         QVERIFY(log().endsWith("] SystemManager constructed. appDir=" +
                                QFile::encodeName(QCoreApplication::applicationDirPath()) + '\n'));
