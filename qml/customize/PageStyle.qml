@@ -94,6 +94,47 @@ QtObject {
     readonly property color accountDim: "#9BA8B5"
     readonly property color accountLink: "#9ed0ff"
 
+    // Colours of the measurement pages.
+    readonly property color rangePanelTop: "#1D2A34"
+    readonly property color infoPanelTop: "#1B2630"
+    readonly property color oddRow: "#141F28"
+    readonly property color selectedRow: "#17323A"
+    readonly property color menuBorder: "#3A4D5B"
+    readonly property color badgeOnAccent: "#0C2F31"
+    readonly property color progressBar: "#87D06D"
+    readonly property color progressGroove: "#2F2E30"
+
+    // Curves of the wave page. The voltage is brighter on the main chart than in labels and in the overview.
+    readonly property color waveVoltage: "#32E8C3"
+    readonly property color waveLiveVoltage: "cyan"
+    readonly property color waveStandard: "#3A7AFE"
+    readonly property color waveCurrent: "#ff4952"
+    readonly property color waveText: "#8EA0AE"
+    readonly property color waveGridColumn: "#16222C"
+    readonly property color waveGridRow: "#1C2A35"
+    readonly property color waveCursor: "#C8D6E0"
+    readonly property color waveTipBorder: "#3C5262"
+
+    readonly property color chargeTitle: "#D8E0E8"
+    readonly property color chargeValue: "#F1F6FA"
+    readonly property color chargeDim: "#8E9AA8"
+    readonly property color chargeRed: "#DF6459"
+    readonly property color chargeOffline: "#6D747D"
+
+    readonly property color dialValue: "#F7FCFD"
+    readonly property color dialUnit: "#D8E3E8"
+    readonly property color dialReadout: Qt.rgba(0.04, 0.065, 0.085, 0.74)
+    readonly property color dialReadoutBorder: Qt.rgba(0.55, 0.72, 0.8, 0.16)
+    readonly property color needle: "#FF2638"
+    readonly property color needleHalo: Qt.rgba(1, 38 / 255, 56 / 255, 0.34)
+    readonly property color hubRim: "#4B5B67"
+    readonly property color hubTop: "#55636E"
+    readonly property color hubMiddle: "#222C35"
+    readonly property color hubBottom: "#0E141A"
+    readonly property color hubRecessTop: "#10171D"
+    readonly property color hubRecessBottom: "#3A4752"
+    readonly property color hubCap: "#F2F4F1"
+
     // Layouts round widths to whole pixels. A text that is shortened where it does not fit gets this many pixels more
     // room, by a smaller padding, so that rounding alone does not shorten it.
     readonly property real roundingSlack: 0.5

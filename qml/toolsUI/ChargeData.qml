@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
-import GenToolbox 1.0
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 import GenControl.ScreenTools 1.0
 
 import "../customize"
@@ -22,31 +21,29 @@ MeasurementPage {
 
     // What the link said last; not a number while disconnected. Replaced by _takeMeasurement().
     property var _values: ({})
-    readonly property color _accentGold: "#F0C96B"
-    readonly property color _accentRed: "#DF6459"
     // So low that only the values and their names have room.
     readonly property bool _low: height < ScreenTools.defaultFontPixelWidth * 48
     readonly property real _padding: _low ? 8 : compactLayout ? 12 : 16
 
     readonly property var _metrics: [
         { title: qsTr("Voltage"), value: formatMetric(_values.voltage, "V", 3), hint: qsTr("TYPE-C input voltage"),
-          icon: "V", accent: fastCharge ? PageStyle.accentGreen : _accentGold },
+          icon: "V", accent: fastCharge ? PageStyle.accentGreen : PageStyle.accentGold },
         { title: qsTr("Current"), value: formatMetric(_values.current, "A", 3), hint: qsTr("TYPE-C input current"),
           icon: "A", accent: PageStyle.accentCyan },
         { title: qsTr("Power"), value: formatMetric(_values.power, "W", 3), hint: qsTr("TYPE-C input power"),
-          icon: "P", accent: _accentGold }
+          icon: "P", accent: PageStyle.accentGold }
     ]
     readonly property var _infos: [
         { title: qsTr("Device Status"), value: connected ? qsTr("Connected") : qsTr("Not Connected"),
-          color: connected ? PageStyle.accentGreen : "#6D747D" },
-        { title: qsTr("Elapsed Time"), value: formatSeconds(_values.timeSec), color: "#F1F6FA" },
-        { title: qsTr("Capacity Counter"), value: formatMetric(_values.mah, "mAh", 3), color: "#F1F6FA" }
+          color: connected ? PageStyle.accentGreen : PageStyle.chargeOffline },
+        { title: qsTr("Elapsed Time"), value: formatSeconds(_values.timeSec), color: PageStyle.chargeValue },
+        { title: qsTr("Capacity Counter"), value: formatMetric(_values.mah, "mAh", 3), color: PageStyle.chargeValue }
     ]
     readonly property var _lines: [
         { title: "CC1", voltage: _values.cc1, accent: PageStyle.accentCyan },
         { title: "CC2", voltage: _values.cc2, accent: PageStyle.accentBlue },
-        { title: "D+", voltage: _values.dPlus, accent: _accentGold },
-        { title: "D-", voltage: _values.dMinus, accent: _accentRed }
+        { title: "D+", voltage: _values.dPlus, accent: PageStyle.accentGold },
+        { title: "D-", voltage: _values.dMinus, accent: PageStyle.chargeRed }
     ]
 
     function formatMetric(value, unit, digits) {
@@ -66,7 +63,7 @@ MeasurementPage {
     }
 
     function _takeMeasurement() {
-        var link = GenToolbox.hidLink
+        var link = hidLink
         _values = {
             voltage: Format.ifConnected(connected, link.typeCInputVoltage),
             current: Format.ifConnected(connected, link.typeCInputCurrent),
@@ -105,7 +102,7 @@ MeasurementPage {
             fastText: qsTr("Fast Charge")
             slowText: qsTr("Slow Charge")
             badgeText: root.fastCharge ? qsTr("F") : qsTr("S")
-            fastColor: root._accentGold
+            fastColor: PageStyle.accentGold
             titleSize: root.adaptivePoint(19, 16)
             textSize: root.adaptivePoint(12, 11)
             padding: root._padding
@@ -121,6 +118,8 @@ MeasurementPage {
                 model: root._metrics.length
 
                 MetricCard {
+                    required property int index
+
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                     Layout.preferredWidth: 1
@@ -151,6 +150,8 @@ MeasurementPage {
                 model: root._infos.length
 
                 InfoCard {
+                    required property int index
+
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                     Layout.minimumHeight: implicitHeight
@@ -186,7 +187,7 @@ MeasurementPage {
                 Text {
                     visible: !root._low
                     text: qsTr("Signal Lines")
-                    color: "#D8E0E8"
+                    color: PageStyle.chargeTitle
                     font.family: GenFontManager.mainFontFamily
                     font.pointSize: root.adaptivePoint(13, 12)
                 }
@@ -200,6 +201,8 @@ MeasurementPage {
                         model: root._lines.length
 
                         InfoCard {
+                            required property int index
+
                             Layout.fillWidth: true
                             Layout.fillHeight: true
                             Layout.preferredWidth: 1
@@ -209,7 +212,7 @@ MeasurementPage {
                             edge: root._lines[index].accent
                             valueColor: edge
                             level: Rules.lineLevel(root._lines[index].voltage)
-                            grooveColor: root.bgColor("#1A252E", 1)
+                            grooveColor: root.bgColor(PageStyle.idleFill, 1)
                             titleSize: root.adaptivePoint(12, 11)
                             valueSize: root.adaptivePoint(18, 15)
                             padding: root._padding
@@ -221,7 +224,7 @@ MeasurementPage {
     }
 
     Connections {
-        target: GenToolbox.hidLink
+        target: root.hidLink
         function onMeasurementChanged() { _gate.request() }
     }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
-import GenToolbox 1.0
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 import GenControl.ScreenTools 1.0
 
 import "../customize"
@@ -15,7 +14,7 @@ MeasurementPage {
     property var _shownIds: []
 
     function reloadHistory() {
-        _shownIds = RowSync.sync(historyModel, _shownIds, GenToolbox.hidLink.multimeterHistory, "")
+        _shownIds = RowSync.sync(historyModel, _shownIds, hidLink.multimeterHistory, "")
     }
 
     ListModel {
@@ -39,10 +38,7 @@ MeasurementPage {
             Layout.fillWidth: true
             Layout.fillHeight: true
             model: historyModel
-            color: root.bgColor(PageStyle.card, 1)
-            headerColor: root.bgColor("#1A252E", 1)
-            evenRowColor: root.bgColor(PageStyle.card, 1)
-            oddRowColor: root.bgColor("#141F28", 1)
+            backgroundOpacity: root.pageBackgroundOpacity
             columns: [
                 { title: qsTr("Date Time"), role: "dateTime" },
                 { title: qsTr("Voltage(V)"), role: "VoltageValue" },
@@ -54,7 +50,7 @@ MeasurementPage {
     }
 
     Connections {
-        target: GenToolbox.hidLink
+        target: root.hidLink
         function onMultimeterHistoryChanged() { root.reloadHistory() }
     }
 

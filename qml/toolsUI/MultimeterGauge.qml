@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 import GenToolbox 1.0
 import GenControl.ScreenTools 1.0
 
@@ -73,8 +73,7 @@ MeasurementPage {
             return
         _selectedGaugeMode = mode
         _buzzerRequested = mode === Modes.buzzer
-        GenToolbox.hidLink.sendUiControlPacket(Modes.screen, layer1, Modes.layerNotGiven,
-                                               Modes.layerNotGiven, Modes.fromHost)
+        hidLink.sendUiControlPacket(Modes.screen, layer1, Modes.layerNotGiven, Modes.layerNotGiven, Modes.fromHost)
     }
 
     function applyMeasuredMode(mode) {
@@ -90,7 +89,7 @@ MeasurementPage {
         var menuId = _contextMenuRow >= 0 ? _shownIds[_contextMenuRow] : undefined
         var before = _shownIds
         var selected = _table.currentIndex
-        _shownIds = RowSync.sync(historyModel, before, GenToolbox.hidLink.multimeterCurrentTable, "--")
+        _shownIds = RowSync.sync(historyModel, before, hidLink.multimeterCurrentTable, "--")
         // Always assigned: otherwise a view that was empty selects its first row.
         _table.currentIndex = RowSync.selectionAfter(selected, before, _shownIds)
         if (menuId === undefined)
@@ -127,13 +126,13 @@ MeasurementPage {
 
     function deleteContextMenuRow() {
         if (_contextMenuRow >= 0 && _contextMenuRow < historyModel.count)
-            GenToolbox.hidLink.removeMultimeterCurrentTableRow(_contextMenuRow)
+            hidLink.removeMultimeterCurrentTableRow(_contextMenuRow)
         _contextMenuRow = -1
         hideContextMenu()
     }
 
     function _takeReading() {
-        var link = GenToolbox.hidLink
+        var link = hidLink
         _numericValue = connected ? link.multimeterNumericValue : ""
         _unit = connected ? link.multimeterUnit : ""
         _measuredMode = link.multimeterMode
@@ -170,8 +169,7 @@ MeasurementPage {
             headingSize: multimeterRoot._valueSize
             connected: multimeterRoot.connected
             connectionText: connected ? qsTr("Connected") : qsTr("Not Connected")
-            topColor: multimeterRoot.bgColor("#1B2630", 1)
-            bottomColor: multimeterRoot.bgColor(PageStyle.deepPanel, 1)
+            backgroundOpacity: multimeterRoot.pageBackgroundOpacity
         }
 
         RowLayout {
@@ -185,13 +183,15 @@ MeasurementPage {
                 model: Modes.functionCount
 
                 FunctionButton {
+                    required property int index
+
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                     Layout.preferredWidth: 1
                     mode: index + 1
                     text: multimeterRoot.modeButtonText(mode)
                     active: mode === multimeterRoot.effectiveGaugeMode()
-                    idleColor: multimeterRoot.bgColor("#1A252E", 1)
+                    backgroundOpacity: multimeterRoot.pageBackgroundOpacity
                     onClicked: multimeterRoot.selectGaugeMode(mode)
                 }
             }
@@ -203,9 +203,9 @@ MeasurementPage {
             toggleText: expanded ? qsTr("Hide Records") : qsTr("Show Records")
             clearText: qsTr("Clear")
             clearEnabled: historyModel.count > 0
-            idleColor: multimeterRoot.bgColor("#1A252E", 1)
+            backgroundOpacity: multimeterRoot.pageBackgroundOpacity
             onToggled: multimeterRoot.toggleHistoryTable()
-            onClearClicked: GenToolbox.hidLink.clearMultimeterCurrentTable()
+            onClearClicked: multimeterRoot.hidLink.clearMultimeterCurrentTable()
         }
 
         ReadingTable {
@@ -218,10 +218,7 @@ MeasurementPage {
             opacity: multimeterRoot._tableShare
             interactive: true
             model: historyModel
-            color: multimeterRoot.bgColor(PageStyle.card, 1)
-            headerColor: multimeterRoot.bgColor("#1A252E", 1)
-            evenRowColor: multimeterRoot.bgColor(PageStyle.card, 1)
-            oddRowColor: multimeterRoot.bgColor("#141F28", 1)
+            backgroundOpacity: multimeterRoot.pageBackgroundOpacity
             columns: [
                 { title: qsTr("Date Time"), role: "dateTime" },
                 { title: qsTr("Voltage"), role: "VoltageValue" },
@@ -229,11 +226,11 @@ MeasurementPage {
                 { title: qsTr("Capacitance"), role: "CapacitanceValue" },
                 { title: qsTr("Diode/Buzzer"), role: "DiodeValue" }
             ]
-            onMenuRequested: {
+            onMenuRequested: function(row, x, y) {
                 var place = mapToItem(multimeterRoot, x, y)
                 multimeterRoot.showTableContextMenu(row, place.x, place.y)
             }
-            onDeleteRequested: GenToolbox.hidLink.removeMultimeterCurrentTableRow(row)
+            onDeleteRequested: function(row) { multimeterRoot.hidLink.removeMultimeterCurrentTableRow(row) }
         }
 
         Item {
@@ -256,9 +253,9 @@ MeasurementPage {
     }
 
     Connections {
-        target: GenToolbox.hidLink
+        target: multimeterRoot.hidLink
         function onMultimeterChanged() {
-            multimeterRoot.applyMeasuredMode(GenToolbox.hidLink.multimeterMode)
+            multimeterRoot.applyMeasuredMode(multimeterRoot.hidLink.multimeterMode)
             _gate.request()
         }
         function onMultimeterCurrentTableChanged() { multimeterRoot.reloadHistory() }

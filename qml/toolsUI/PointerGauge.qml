@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 import GenToolbox 1.0
 import GenControl.ScreenTools 1.0
 
@@ -93,7 +93,7 @@ MeasurementPage {
     }
 
     function _takeMeasurement() {
-        var link = GenToolbox.hidLink
+        var link = hidLink
         _displayCurrent = Format.ifConnected(connected, link.mainOutputCurrent)
         _displayVoltage = Format.ifConnected(connected, link.mainInputVoltage)
         _displayMah = Format.ifConnected(connected, link.mainMah)
@@ -145,12 +145,10 @@ MeasurementPage {
             title: qsTr("Range")
             options: root._rangeOptions
             currentIndex: root._rangeIndex
-            topColor: root.bgColor("#1D2A34", 1)
-            bottomColor: root.bgColor(PageStyle.deepPanel, 1)
-            idleColor: root.bgColor("#1A252E", 1)
+            backgroundOpacity: root.pageBackgroundOpacity
             connected: root.connected
             connectionText: root.connected ? qsTr("Connected") : qsTr("Not Connected")
-            onSelected: root.selectRange(index)
+            onSelected: function(index) { root.selectRange(index) }
         }
 
         NeedleDial {
@@ -179,20 +177,21 @@ MeasurementPage {
                 model: root._cards.length
 
                 ValueCard {
+                    required property int index
+
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     title: root._cards[index].title
                     value: root._cards[index].value
                     accent: root._cards[index].accent
-                    topColor: root.bgColor("#1B2630", 1)
-                    bottomColor: root.bgColor(PageStyle.deepPanel, 1)
+                    backgroundOpacity: root.pageBackgroundOpacity
                 }
             }
         }
     }
 
     Connections {
-        target: GenToolbox.hidLink
+        target: root.hidLink
         function onMeasurementChanged() { _gate.request() }
     }
 

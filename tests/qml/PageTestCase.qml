@@ -8,10 +8,10 @@ TestCase {
 
     when: windowShown
 
-    function openPage(document) {
+    function openPage(document, properties) {
         var component = Qt.createComponent("qrc:/qml/toolsUI/" + document)
         compare(component.status, Component.Ready, component.errorString())
-        page = component.createObject(parent, { width: parent.width, height: parent.height })
+        page = component.createObject(parent, Object.assign({ width: parent.width, height: parent.height }, properties))
     }
 
     // The first item at or below `item` for which `matches` is true, or null.

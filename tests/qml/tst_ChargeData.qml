@@ -38,10 +38,8 @@ Item {
         }
 
         function test_fastChargeStartsAbove5V5_data() {
-            return [
-                { tag: "exactly", voltage: 5.5, fast: false }, { tag: "above", voltage: 5.501, fast: true },
-                { tag: "no number", voltage: NaN, fast: false }
-            ]
+            return [{ tag: "exactly", voltage: 5.5, fast: false }, { tag: "above", voltage: 5.501, fast: true },
+                    { tag: "no number", voltage: NaN, fast: false }]
         }
 
         function test_fastChargeStartsAbove5V5(data) {
@@ -64,9 +62,8 @@ Item {
             TestInstrument.measure({ typeCInputVoltage: 9, typeCTimeSec: 5 })
             tryCompare(_page, "fastCharge", true)
             TestInstrument.unplug()
-            compare(texts(_page._metrics), "--|--|--")
-            compare(texts(_page._infos), "Not Connected|00:00:00|--")
-            compare(lineTexts(), "--|--|--|--")
+            compare([texts(_page._metrics), texts(_page._infos), lineTexts()],
+                    ["--|--|--", "Not Connected|00:00:00|--", "--|--|--|--"])
             compare(_page.fastCharge, false)
         }
 
@@ -76,11 +73,9 @@ Item {
             _root.height = dfw * 64
             compare(_page.compactLayout, false)
             _root.width = dfw * 92 - 1
-            compare(_page.compactLayout, true)
-            compare(_page.pageMargin, dfw * 1.1)
+            compare([_page.compactLayout, _page.pageMargin], [true, dfw * 1.1])
             _root.width = 500
-            fuzzyCompare(_page.contentScale, 0.73, 1e-9)
-            compare(_page.scaledPoint(11), 10)
+            compare([_page.contentScale, _page.scaledPoint(11)], [0.73, 10])
             _root.width = 1200
             _root.height = 800
             compare(_page.contentScale, 1)

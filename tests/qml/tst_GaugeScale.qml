@@ -30,26 +30,15 @@ TestCase {
     }
 
     function test_ticks() {
-        var red = []
-        var longTicks = 0
-        for (var i = 0; i < Scale.tickCount; ++i) {
-            var tick = Scale.tick(i)
-            if (tick.color === "#FF3242")
-                red.push(i)
-            if (tick.inner === -20)
-                ++longTicks
-        }
-        compare(red.join(" "), "10 30 50 70 90")
-        compare(longTicks, 11)
-        compare(Scale.tick(5).outer + " " + Scale.tick(5).inner, "3 -17")
-        compare(Scale.tick(7).outer + " " + Scale.tick(7).inner, "0 -11")
+        var ticks = Array.from({ length: Scale.tickCount }, function(_, i) { return Scale.tick(i) })
+        compare(ticks.map(function(tick, i) { return tick.color === "#FF3242" ? i : "" }).join(""), "1030507090")
+        compare(ticks.filter(function(tick) { return tick.inner === -20 }).length, 11)
+        compare([ticks[5].outer, ticks[5].inner, ticks[7].outer, ticks[7].inner], [3, -17, 0, -11])
     }
 
     function test_geometryStaysInside_data() {
-        return [
-            { tag: "small", width: 560, height: 200 }, { tag: "wide", width: 1800, height: 300 },
-            { tag: "usual", width: 1140, height: 450 }, { tag: "tall", width: 500, height: 900 }
-        ]
+        return [{ tag: "small", width: 560, height: 200 }, { tag: "wide", width: 1800, height: 300 },
+                { tag: "usual", width: 1140, height: 450 }, { tag: "tall", width: 500, height: 900 }]
     }
 
     // Neither panel nor labels, whose outer edge is 38 px from the arc, leave the given size.

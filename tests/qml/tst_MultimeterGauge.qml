@@ -42,27 +42,15 @@ Item {
             TestInstrument.plugIn()
         }
 
-        function test_functionButtonsAskTheInstrument_data() {
-            return [
-                { tag: "Voltage", layer1: 0 }, { tag: "Resistance", layer1: 1 }, { tag: "Capacitance", layer1: 2 },
-                { tag: "Diode", layer1: 3 }, { tag: "Buzzer", layer1: 4 }
-            ]
-        }
-
-        function test_functionButtonsAskTheInstrument(data) {
-            open()
+        function test_functionButtonsAskTheInstrument() {
+            open();
             // The second click changes nothing.
-            for (var i = 0; i < 2; ++i) {
-                mouseClick(button(data.tag))
-                compare(TestInstrument.lastRequest(), [0x10, 1, 4, data.layer1, 255, 255])
-                compare(button(data.tag).active, true)
-                compare(button(data.tag).checked, true)
-            }
-            compare(readingPanel().heading, data.tag + " Gear")
-        }
-
-        function test_functionByKeyboard() {
-            open()
+            ["Voltage", "Resistance", "Capacitance", "Diode", "Buzzer", "Buzzer"].forEach(function(name, index) {
+                mouseClick(button(name))
+                compare(TestInstrument.lastRequest(), [0x10, 1, 4, Math.min(4, index), 255, 255])
+                compare([button(name).active, button(name).checked], [true, true])
+                compare(readingPanel().heading, name + " Gear")
+            })
             button("Diode").forceActiveFocus(Qt.TabFocusReason)
             keyClick(Qt.Key_Return)
             compare(TestInstrument.lastRequest()[3], 3)
@@ -75,6 +63,7 @@ Item {
             compare(readingPanel().heading, "Capacitance Gear")
             TestInstrument.choose(4, 4)
             compare(button("Buzzer").active, true)
+            // Neither an unknown function nor another screen.
             TestInstrument.choose(4, 7)
             TestInstrument.choose(3, 1)
             compare(button("Buzzer").active, true)
@@ -101,47 +90,30 @@ Item {
         }
 
         function test_readingIsSplit_data() {
-            return [
-                { tag: "number", text: "4.7kOhm", value: "4.7", unit: "kΩ" },
-                { tag: "over range", text: "OL", value: "OL", unit: " " },
-                { tag: "nothing", text: "", value: "--", unit: " " }
-            ]
+            return [{ tag: "number", text: "4.7kOhm", value: "4.7", unit: "kΩ" },
+                    { tag: "over range", text: "OL", value: "OL", unit: " " },
+                    { tag: "nothing", text: "", value: "--", unit: " " }]
         }
 
         function test_readingIsSplit(data) {
             open()
             TestInstrument.read(2, data.text)
-            tryCompare(readingPanel(), "value", data.value)
-            tryCompare(readingPanel(), "unit", data.unit)
+            tryVerify(function() { return readingPanel().value + readingPanel().unit === data.value + data.unit })
             TestInstrument.unplug()
-            compare(readingPanel().value, "--")
-            compare(readingPanel().unit, " ")
-            compare(readingPanel().connectionText, "Not Connected")
-        }
-
-        function test_deleteByMenu() {
-            open()
-            record("1.0kOhm 2.0kOhm 3.0kOhm")
-            tryCompare(table().listView, "count", 3)
-            tryVerify(function() { return table().listView.itemAtIndex(1) !== null })
-            rightClickRow(1)
-            compare(page._contextMenuVisible, true)
-            compare(page._contextMenuRow, 1)
-            mouseClick(menu())
-            compare(rowTexts(), "3.0kΩ 1.0kΩ")
-            compare(page._contextMenuVisible, false)
-            compare(page._contextMenuRow, -1)
+            compare([readingPanel().value, readingPanel().unit, readingPanel().connectionText], ["--", " ", "Not Connected"])
         }
 
         // A reading that arrives above the row does not change what the open menu deletes.
-        function test_menuStaysWithItsRow() {
+        function test_deleteByMenu() {
             open()
             record("1.0kOhm 2.0kOhm")
             tryVerify(function() { return table().listView.itemAtIndex(1) !== null })
             rightClickRow(1)
+            compare([page._contextMenuVisible, page._contextMenuRow], [true, 1])
             record("3.0kOhm")
             mouseClick(menu())
             compare(rowTexts(), "3.0kΩ 2.0kΩ")
+            compare([page._contextMenuVisible, page._contextMenuRow], [false, -1])
             rightClickRow(0)
             _link.clearMultimeterCurrentTable()
             compare(page._contextMenuVisible, false)
@@ -154,22 +126,18 @@ Item {
             table().listView.forceActiveFocus()
             keyClick(Qt.Key_Down)
             keyClick(Qt.Key_Delete)
-            compare(rowTexts(), "3.0kΩ 1.0kΩ")
             keyClick(Qt.Key_Menu)
             compare(page._contextMenuVisible, true)
             keyClick(Qt.Key_Escape)
-            compare(page._contextMenuVisible, false)
-            compare(rowTexts(), "3.0kΩ 1.0kΩ")
+            compare([page._contextMenuVisible, rowTexts()], [false, "3.0kΩ 1.0kΩ"])
             keyClick(Qt.Key_F10, Qt.ShiftModifier)
             keyClick(Qt.Key_Return)
             compare(_link.multimeterCurrentTable.length, 1)
         }
 
         function test_menuStaysInThePage_data() {
-            return [
-                { tag: "upper left", x: -50, y: 0 }, { tag: "lower right", x: 2000, y: 2000 },
-                { tag: "inside", x: 300, y: 200 }
-            ]
+            return [{ tag: "upper left", x: -50, y: 0 }, { tag: "lower right", x: 2000, y: 2000 },
+                    { tag: "inside", x: 300, y: 200 }]
         }
 
         function test_menuStaysInThePage(data) {
@@ -180,8 +148,7 @@ Item {
             page.showTableContextMenu(0, data.x, data.y)
             verify(menu().x >= 8 && menu().x + menu().width <= page.width - 8)
             verify(menu().y >= 8 && menu().y + menu().height <= page.height - 8)
-            if (data.tag === "inside")
-                compare([menu().x, menu().y], [data.x, data.y])
+            compare([menu().x, menu().y].join() === [data.x, data.y].join(), data.tag === "inside")
             // Beside the menu, and beside the page.
             mouseClick(_root, data.tag === "upper left" ? 950 : 20, 300)
             compare(page._contextMenuVisible, false)
@@ -216,8 +183,7 @@ Item {
             tryVerify(function() { return table().listView.itemAtIndex(1) !== null })
             mouseClick(table().listView.itemAtIndex(1))
             mouseClick(button("Clear"))
-            compare(table().listView.count, 0)
-            compare(_link.multimeterCurrentTable.length, 0)
+            compare([table().listView.count, _link.multimeterCurrentTable.length], [0, 0])
             // The next reading is not selected.
             record("3.0kOhm")
             tryCompare(table().listView, "count", 1)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 
 import "../../customize"
 import "../../customize/Format.js" as Format
@@ -17,7 +17,7 @@ Rectangle {
     property string fastText
     property string slowText
     property string badgeText
-    property color fastColor: "#F0C96B"
+    property color fastColor: PageStyle.accentGold
     property real titleSize: 18
     property real textSize: 11
     property real padding: 16
@@ -45,7 +45,7 @@ Rectangle {
             Text {
                 Layout.fillWidth: true
                 text: _root.title
-                color: "#D8E0E8"
+                color: PageStyle.chargeTitle
                 font.family: GenFontManager.mainFontFamily
                 font.pointSize: _root.titleSize
                 font.bold: true
@@ -55,7 +55,7 @@ Rectangle {
             Text {
                 Layout.fillWidth: true
                 text: _root.subtitle
-                color: "#8E9AA8"
+                color: PageStyle.chargeDim
                 font.family: GenFontManager.mainFontFamily
                 font.pointSize: _root.textSize
                 fontSizeMode: Text.HorizontalFit
@@ -67,7 +67,7 @@ Rectangle {
 
         SpeedSwitch {
             opacity: _root.live ? 1 : 0.45
-            color: Format.withAlpha("#1A252E", _root.backgroundOpacity)
+            color: Format.withAlpha(PageStyle.idleFill, _root.backgroundOpacity)
             fast: _root.fast
             fastText: _root.fastText
             slowText: _root.slowText

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
 
@@ -9,7 +9,7 @@ Rectangle {
 
     property string title
     property string value
-    property color valueColor: "#F1F6FA"
+    property color valueColor: PageStyle.chargeValue
     /// Colour of the edge that tells cards apart; transparent for none.
     property color edge: "transparent"
     property real titleSize: 11
@@ -48,7 +48,7 @@ Rectangle {
             }
             Text {
                 text: _root.title
-                color: "#8E9AA8"
+                color: PageStyle.chargeDim
                 font.family: GenFontManager.mainFontFamily
                 font.pointSize: _root.titleSize
             }

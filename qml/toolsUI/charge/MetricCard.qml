@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
 import "../../customize/Format.js" as Format
@@ -48,7 +48,7 @@ Rectangle {
         antialiasing: true
         color: Format.withAlpha(_root.accent, 0.14 * _root.backgroundOpacity)
         border.width: 1
-        border.color: Qt.rgba(_root.accent.r, _root.accent.g, _root.accent.b, 0.6)
+        border.color: Format.withAlpha(_root.accent, 0.6)
 
         Text {
             id: _letter
@@ -64,7 +64,7 @@ Rectangle {
     Text {
         anchors { left: parent.left; right: _icon.left; verticalCenter: _icon.verticalCenter; leftMargin: _root.padding }
         text: _root.title
-        color: "#D8E0E8"
+        color: PageStyle.chargeTitle
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.titleSize
         elide: Text.ElideRight
@@ -90,7 +90,7 @@ Rectangle {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: _root.padding }
         visible: !_root.low
         text: _root.hint
-        color: "#8E9AA8"
+        color: PageStyle.chargeDim
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.hintSize
         elide: Text.ElideRight

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
 
@@ -10,7 +10,7 @@ Rectangle {
     property bool fast: false
     property string fastText
     property string slowText
-    property color fastColor: "#F0C96B"
+    property color fastColor: PageStyle.accentGold
     property color slowColor: PageStyle.accentCyan
     property real pointSize: 12
 

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Controls 2.12
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+import "../../customize"
 
 /// A progress bar from 0 to 100; `indeterminate` shows that something goes on without an end in sight.
 ProgressBar {
     id: _root
 
-    property color barColor: "#87D06D"
-    property color grooveColor: "#2F2E30"
+    property color barColor: PageStyle.progressBar
+    property color grooveColor: PageStyle.progressGroove
 
     from: 0
     to: 100

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
 import "../../customize/Format.js" as Format
@@ -115,10 +115,14 @@ Rectangle {
                     font.bold: true
                 }
                 Repeater {
-                    model: _root.highlights
+                    model: _root.highlights.length
 
                     Item {
-                        width: parent.width
+                        id: _entry
+
+                        required property int index
+
+                        width: _column.width
                         height: _highlight.implicitHeight
 
                         Rectangle {
@@ -137,8 +141,8 @@ Rectangle {
                             id: _highlight
 
                             x: 16
-                            width: parent.width - x
-                            text: modelData
+                            width: _entry.width - x
+                            text: _root.highlights[_entry.index]
                             color: _root.textColor
                             font.family: GenFontManager.mainFontFamily
                             font.pointSize: _root._point(10)

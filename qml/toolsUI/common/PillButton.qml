@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// A flat button of the measurement pages; `active` fills it with the accent colour.
 FlatButton {
@@ -10,8 +11,10 @@ FlatButton {
     property bool active: false
     property real pointSize: 10.5
     property real minimumWidth: 64
-    property color idleColor: PageStyle.idleFill
-    property color textColor: PageStyle.titleText
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
+
+    readonly property color _idleColor: Format.withAlpha(PageStyle.idleFill, backgroundOpacity)
 
     leftPadding: 14
     rightPadding: 14
@@ -21,7 +24,7 @@ FlatButton {
     // Where it is checkable, its state is always that of `active`, whoever clicks it.
     checked: active
     fill: active ? PageStyle.accentCyan
-                 : pressed ? Qt.darker(idleColor, 1.25) : hovered ? Qt.lighter(idleColor, 1.35) : idleColor
+                 : pressed ? Qt.darker(_idleColor, 1.25) : hovered ? Qt.lighter(_idleColor, 1.35) : _idleColor
     frame: active || hovered ? PageStyle.accentCyan : PageStyle.panelBorder
 
     Accessible.name: text
@@ -32,7 +35,7 @@ FlatButton {
         id: _label
 
         text: _root.text
-        color: _root.active ? PageStyle.textOnAccent : _root.textColor
+        color: _root.active ? PageStyle.textOnAccent : PageStyle.titleText
         font.family: GenFontManager.mainFontFamily
         font.pointSize: _root.pointSize
         font.bold: _root.active

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Controls 2.12
+import QtQuick 2.15
+import QtQuick.Controls 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// Recorded readings below a header, the newest first. The first column is as wide as a date and time,
 /// the others share the rest: evenly, or where that is too narrow for a title, by the lengths of the titles.
@@ -17,9 +18,8 @@ Rectangle {
     property alias listView: _list
     /// Whether rows can be selected and offer actions.
     property bool interactive: false
-    property color headerColor: "#1A252E"
-    property color evenRowColor: PageStyle.card
-    property color oddRowColor: "#141F28"
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     /// The user asked for the actions of a row; x and y in this table's coordinates.
     signal menuRequested(int row, real x, real y)
@@ -38,9 +38,11 @@ Rectangle {
     readonly property bool _even: Math.max.apply(null, _titleWidths) * _titleWidths.length <= _restWidth
     // One size for all titles.
     readonly property real _titleSize: Math.max(7.5, _pointSize * Math.min(1, _restWidth / Math.max(1, _titlesWidth)))
+    readonly property color _evenColor: Format.withAlpha(PageStyle.card, backgroundOpacity)
+    readonly property color _oddColor: Format.withAlpha(PageStyle.oddRow, backgroundOpacity)
     readonly property real _rowHeight: Math.max(28, ScreenTools.defaultFontPixelHeight * 1.7)
 
-    color: PageStyle.card
+    color: _evenColor
     border.width: 1
     border.color: PageStyle.cardBorder
     radius: 8
@@ -86,16 +88,18 @@ Rectangle {
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: 1 }
         height: _root._rowHeight
         radius: 7
-        color: _root.headerColor
+        color: Format.withAlpha(PageStyle.idleFill, _root.backgroundOpacity)
 
         Repeater {
-            model: _root.columns
+            model: _root.columns.length
 
             Text {
+                required property int index
+
                 x: _root.columnX(index)
                 width: _root.columnWidth(index)
                 height: _header.height
-                text: modelData.title
+                text: _root.columns[index].title
                 color: PageStyle.titleText
                 font.family: GenFontManager.mainFontFamily
                 font.pointSize: _root._titleSize
@@ -127,7 +131,7 @@ Rectangle {
             if (activeFocus && currentIndex < 0 && count > 0)
                 currentIndex = 0
         }
-        Keys.onPressed: {
+        Keys.onPressed: function(event) {
             if (!_root.interactive || currentIndex < 0)
                 return
             if (event.key === Qt.Key_Delete) {
@@ -147,13 +151,13 @@ Rectangle {
         delegate: Rectangle {
             id: _row
 
-            readonly property var _cells: model
-            readonly property int _index: index
+            required property int index
+            required property var model
             readonly property bool _selected: _root.interactive && ListView.isCurrentItem
 
             width: ListView.view.width
             height: _root._rowHeight
-            color: _selected ? "#17323A" : index % 2 === 0 ? _root.evenRowColor : _root.oddRowColor
+            color: _selected ? PageStyle.selectedRow : index % 2 === 0 ? _root._evenColor : _root._oddColor
             border.width: _selected ? 1 : 0
             border.color: PageStyle.accentCyan
 
@@ -161,20 +165,22 @@ Rectangle {
             Accessible.name: {
                 var texts = []
                 for (var i = 0; i < _root.columns.length; ++i)
-                    texts.push(_root.columns[i].title + " " + _cells[_root.columns[i].role])
+                    texts.push(_root.columns[i].title + " " + model[_root.columns[i].role])
                 return texts.join(", ")
             }
 
             Repeater {
-                model: _root.columns
+                model: _root.columns.length
 
                 Text {
+                    required property int index
+
                     x: _root.columnX(index)
                     width: _root.columnWidth(index)
                     height: _row.height
                     leftPadding: _root._cellPadding
                     rightPadding: _root._cellPadding - PageStyle.roundingSlack
-                    text: _row._cells[modelData.role]
+                    text: _row.model[_root.columns[index].role]
                     textFormat: Text.PlainText
                     color: index === 0 ? PageStyle.dimText : PageStyle.valueText
                     font.family: GenFontManager.mainFontFamily
@@ -191,13 +197,13 @@ Rectangle {
                 acceptedButtons: Qt.LeftButton | Qt.RightButton
                 onPressed: {
                     _list.forceActiveFocus(Qt.MouseFocusReason)
-                    _list.currentIndex = _row._index
+                    _list.currentIndex = _row.index
                 }
-                onClicked: {
+                onClicked: function(mouse) {
                     if (mouse.button !== Qt.RightButton)
                         return
                     var place = mapToItem(_root, mouse.x, mouse.y)
-                    _root.menuRequested(_row._index, place.x, place.y)
+                    _root.menuRequested(_row.index, place.x, place.y)
                 }
             }
         }

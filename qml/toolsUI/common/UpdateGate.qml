@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 /// Thins out a burst of requests: the first one passes at once, those that follow within the interval
 /// are answered together at its end. The instrument may send a thousand values per second.

@@ -4,14 +4,39 @@
 
 // Paints what never moves on the needle gauge. dial is the result of GaugeScale.geometry().
 
+// Shades of the painted dial: [place of a gradient's stop, colour]. The panel's go from its edge inwards.
+var rimShades = [[0, "#4A5A66"], [0.08, "#2C3843"], [0.55, "#18212A"], [1, "#0A0F14"]]
+var frameShades = [[0, "#26313B"], [0.5, "#151D25"], [1, "#1E2831"]]
+var lipShades = [[0, "#04070A"], [0.6, "#0B1116"], [1, "#35434F"]]
+var faceShades = [[0, "#18222B"], [0.42, "#101820"], [1, "#070B10"]]
+var backlightShades = [[0, "rgba(64, 136, 164, 0.22)"], [0.5, "rgba(56, 120, 146, 0.15)"],
+                       [0.75, "rgba(48, 106, 130, 0.08)"], [1, "rgba(40, 90, 110, 0)"]]
+var sheenShades = [[0, "rgba(226, 244, 255, 0.085)"], [0.45, "rgba(226, 244, 255, 0.032)"], [1, "rgba(226, 244, 255, 0)"]]
+var bossShades = [[0, _shadow(0.75)], [0.6, _shadow(0.38)], [1, _shadow(0)]]
+var labelColor = "#EEF5F7"
+var grooveColor = "rgba(2, 5, 8, 0.42)"
+var grooveFloorColor = "rgba(30, 46, 58, 0.28)"
+var grooveLipColor = "rgba(150, 190, 208, 0.22)"
+var arcColor = "rgba(214, 228, 236, 0.55)"
+var glowOuterColor = "rgba(45, 190, 230, 0.13)"
+var glowInnerColor = "rgba(51, 176, 232, 0.24)"
+var glowBandShades = [[0, "rgba(28, 122, 214, 0.72)"], [0.45, "rgba(45, 190, 240, 0.86)"], [1, "rgba(122, 244, 255, 0.96)"]]
+var glowCoreColor = "rgba(220, 255, 255, 0.44)"
+var glowDotShades = [[0, "rgba(240, 255, 255, 0.95)"], [0.16, "rgba(170, 246, 255, 0.82)"],
+                     [0.42, "rgba(70, 200, 240, 0.34)"], [1, "rgba(45, 190, 230, 0)"]]
+
+function _shadow(opacity) {
+    return "rgba(0, 0, 0, " + opacity + ")"
+}
+
 function paintFace(context, dial) {
     var corner = 26 * dial.unit
     var bezel = 7 * dial.unit
     _paintShadow(context, dial, corner)
-    _fillPanel(context, dial, 0, corner, [[0, "#4A5A66"], [0.08, "#2C3843"], [0.55, "#18212A"], [1, "#0A0F14"]])
-    _fillPanel(context, dial, 1.2, corner, [[0, "#26313B"], [0.5, "#151D25"], [1, "#1E2831"]])
-    _fillPanel(context, dial, bezel - 1.6, corner, [[0, "#04070A"], [0.6, "#0B1116"], [1, "#35434F"]])
-    _fillPanel(context, dial, bezel, corner, [[0, "#18222B"], [0.42, "#101820"], [1, "#070B10"]])
+    _fillPanel(context, dial, 0, corner, rimShades)
+    _fillPanel(context, dial, 1.2, corner, frameShades)
+    _fillPanel(context, dial, bezel - 1.6, corner, lipShades)
+    _fillPanel(context, dial, bezel, corner, faceShades)
     context.save()
     _roundedPath(context, dial, bezel, corner)
     context.clip()
@@ -25,7 +50,7 @@ function paintFace(context, dial) {
 }
 
 function paintLabels(context, dial, displayRangeMax, fontFamily) {
-    context.fillStyle = "#EEF5F7"
+    context.fillStyle = labelColor
     context.textAlign = "center"
     context.textBaseline = "middle"
     context.font = Math.max(1, Math.round(18 * dial.unit)) + 'px "' + fontFamily + '"'
@@ -43,11 +68,8 @@ function paintLabels(context, dial, displayRangeMax, fontFamily) {
 function paintGlow(context, dial) {
     var radius = dial.radius - 12 * dial.unit
     var gradient = context.createLinearGradient(dial.centerX - radius, 0, dial.centerX + radius, 0)
-    gradient.addColorStop(0, "rgba(28, 122, 214, 0.72)")
-    gradient.addColorStop(0.45, "rgba(45, 190, 240, 0.86)")
-    gradient.addColorStop(1, "rgba(122, 244, 255, 0.96)")
-    var strokes = [[30, "rgba(45, 190, 230, 0.13)"], [21, "rgba(51, 176, 232, 0.24)"], [12, gradient],
-                   [2.4, "rgba(220, 255, 255, 0.44)"]]
+    _addStops(gradient, glowBandShades)
+    var strokes = [[30, glowOuterColor], [21, glowInnerColor], [12, gradient], [2.4, glowCoreColor]]
     context.lineCap = "butt"
     for (var i = 0; i < strokes.length; ++i)
         _strokeArc(context, dial, radius, strokes[i][0] * dial.unit, strokes[i][1])
@@ -57,11 +79,7 @@ function paintGlow(context, dial) {
 function paintGlowDot(context, side) {
     var center = side / 2
     var gradient = context.createRadialGradient(center, center, 0, center, center, center)
-    gradient.addColorStop(0, "rgba(240, 255, 255, 0.95)")
-    gradient.addColorStop(0.16, "rgba(170, 246, 255, 0.82)")
-    gradient.addColorStop(0.42, "rgba(70, 200, 240, 0.34)")
-    gradient.addColorStop(1, "rgba(45, 190, 230, 0)")
-    context.fillStyle = gradient
+    context.fillStyle = _addStops(gradient, glowDotShades)
     context.fillRect(0, 0, side, side)
 }
 
@@ -71,16 +89,15 @@ function _roundedPath(context, dial, inset, corner) {
                         Math.max(0, corner - inset), Math.max(0, corner - inset))
 }
 
-function _verticalGradient(context, dial, stops) {
-    var gradient = context.createLinearGradient(0, dial.y, 0, dial.y + dial.height)
-    for (var i = 0; i < stops.length; ++i)
-        gradient.addColorStop(stops[i][0], stops[i][1])
+function _addStops(gradient, shades) {
+    for (var i = 0; i < shades.length; ++i)
+        gradient.addColorStop(shades[i][0], shades[i][1])
     return gradient
 }
 
-function _fillPanel(context, dial, inset, corner, stops) {
+function _fillPanel(context, dial, inset, corner, shades) {
     _roundedPath(context, dial, inset, corner)
-    context.fillStyle = _verticalGradient(context, dial, stops)
+    context.fillStyle = _addStops(context.createLinearGradient(0, dial.y, 0, dial.y + dial.height), shades)
     context.fill()
 }
 
@@ -90,7 +107,7 @@ function _paintShadow(context, dial, corner) {
     context.lineWidth = 1.4
     for (var i = 1; i <= rings; ++i) {
         _roundedPath(context, dial, -i * 0.7, corner)
-        context.strokeStyle = "rgba(0, 0, 0, " + 0.3 * (1 - i / (rings + 1)) + ")"
+        context.strokeStyle = _shadow(0.3 * (1 - i / (rings + 1)))
         context.stroke()
     }
 }
@@ -99,11 +116,7 @@ function _paintShadow(context, dial, corner) {
 function _paintBacklight(context, dial) {
     var glow = context.createRadialGradient(dial.centerX, dial.centerY, 0, dial.centerX, dial.centerY,
                                             dial.radius * 1.5)
-    glow.addColorStop(0, "rgba(64, 136, 164, 0.22)")
-    glow.addColorStop(0.5, "rgba(56, 120, 146, 0.15)")
-    glow.addColorStop(0.75, "rgba(48, 106, 130, 0.08)")
-    glow.addColorStop(1, "rgba(40, 90, 110, 0)")
-    context.fillStyle = glow
+    context.fillStyle = _addStops(glow, backlightShades)
     context.fillRect(dial.x, dial.y, dial.width, dial.height)
 }
 
@@ -116,10 +129,7 @@ function _paintInnerShadow(context, dial, bezel) {
     for (var i = 0; i < edges.length; ++i) {
         var edge = edges[i]
         var shade = context.createLinearGradient(edge[0], edge[1], edge[2], edge[3])
-        shade.addColorStop(0, "rgba(0, 0, 0, " + edge[4] + ")")
-        shade.addColorStop(0.35, "rgba(0, 0, 0, " + edge[4] * 0.34 + ")")
-        shade.addColorStop(1, "rgba(0, 0, 0, 0)")
-        context.fillStyle = shade
+        context.fillStyle = _addStops(shade, [[0, _shadow(edge[4])], [0.35, _shadow(edge[4] * 0.34)], [1, _shadow(0)]])
         context.fillRect(dial.x, dial.y, dial.width, dial.height)
     }
 }
@@ -127,10 +137,7 @@ function _paintInnerShadow(context, dial, bezel) {
 // Light from above in the glass: strongest at the upper edge, gone before the readout.
 function _paintSheen(context, dial, bezel) {
     var sheen = context.createLinearGradient(0, dial.y + bezel, 0, dial.y + dial.height * 0.5)
-    sheen.addColorStop(0, "rgba(226, 244, 255, 0.085)")
-    sheen.addColorStop(0.45, "rgba(226, 244, 255, 0.032)")
-    sheen.addColorStop(1, "rgba(226, 244, 255, 0)")
-    context.fillStyle = sheen
+    context.fillStyle = _addStops(sheen, sheenShades)
     context.fillRect(dial.x, dial.y, dial.width, dial.height * 0.5)
 }
 
@@ -146,10 +153,10 @@ function _strokeArc(context, dial, radius, width, style) {
 function _paintGroove(context, dial) {
     var unit = dial.unit
     context.lineCap = "butt"
-    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, "rgba(2, 5, 8, 0.42)")
-    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, "rgba(30, 46, 58, 0.28)")
-    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, "rgba(150, 190, 208, 0.22)")
-    _strokeArc(context, dial, dial.radius, 1.2, "rgba(214, 228, 236, 0.55)")
+    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, grooveColor)
+    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, grooveFloorColor)
+    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, grooveLipColor)
+    _strokeArc(context, dial, dial.radius, 1.2, arcColor)
 }
 
 function _paintTicks(context, dial) {
@@ -173,11 +180,8 @@ function _paintBoss(context, dial) {
     var radius = 30 * dial.unit
     var recess = context.createRadialGradient(dial.centerX, dial.centerY, radius * 0.3, dial.centerX,
                                               dial.centerY, radius)
-    recess.addColorStop(0, "rgba(0, 0, 0, 0.75)")
-    recess.addColorStop(0.6, "rgba(0, 0, 0, 0.38)")
-    recess.addColorStop(1, "rgba(0, 0, 0, 0)")
     context.beginPath()
     context.arc(dial.centerX, dial.centerY, radius, 0, 2 * Math.PI)
-    context.fillStyle = recess
+    context.fillStyle = _addStops(recess, bossShades)
     context.fill()
 }

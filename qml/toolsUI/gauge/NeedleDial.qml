@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 import "DialPainter.js" as DialPainter
 import "GaugeScale.js" as Scale
 
@@ -83,12 +84,12 @@ Item {
             NeedleLine {
                 dial: _root._dial
                 thickness: 4.5
-                color: Qt.rgba(1, 38 / 255, 56 / 255, 0.34)
+                color: PageStyle.needleHalo
             }
             NeedleLine {
                 dial: _root._dial
                 thickness: 2.2
-                color: "#FF2638"
+                color: PageStyle.needle
             }
         }
 
@@ -104,9 +105,9 @@ Item {
             width: Math.max(_value.width + 36 * _root._dial.unit, 152 * _root._dial.unit)
             height: 54 * _root._dial.unit
             radius: height / 2
-            color: Qt.rgba(0.04, 0.065, 0.085, 0.74 * _root.backgroundOpacity)
+            color: Format.faded(PageStyle.dialReadout, _root.backgroundOpacity)
             border.width: 1
-            border.color: Qt.rgba(0.55, 0.72, 0.8, 0.16)
+            border.color: PageStyle.dialReadoutBorder
         }
 
         Text {
@@ -116,7 +117,7 @@ Item {
             y: Math.round(_root._dial.centerY - Math.max(54 * _root._dial.unit, _root._dial.radius * 0.27)
                           - height / 2)
             text: _root.valueText
-            color: "#F7FCFD"
+            color: PageStyle.dialValue
             font.family: GenFontManager.mainFontFamily
             font.pixelSize: Math.max(1, Math.round(44 * _root._dial.unit))
             font.bold: true
@@ -126,7 +127,7 @@ Item {
             x: Math.round(_root._dial.centerX - width / 2)
             y: Math.round(_root._dial.centerY + 37 * _root._dial.unit - height / 2)
             text: _root.unitText
-            color: "#D8E3E8"
+            color: PageStyle.dialUnit
             font.family: GenFontManager.mainFontFamily
             font.pixelSize: Math.max(1, Math.round(18 * _root._dial.unit))
         }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
+
+import "../../customize"
 
 /// The hub of the needle around its own origin: a turned disc with a bright cap.
 Item {
@@ -14,11 +16,11 @@ Item {
         radius: width / 2
         antialiasing: true
         border.width: 1
-        border.color: "#4B5B67"
+        border.color: PageStyle.hubRim
         gradient: Gradient {
-            GradientStop { position: 0; color: "#55636E" }
-            GradientStop { position: 0.5; color: "#222C35" }
-            GradientStop { position: 1; color: "#0E141A" }
+            GradientStop { position: 0; color: PageStyle.hubTop }
+            GradientStop { position: 0.5; color: PageStyle.hubMiddle }
+            GradientStop { position: 1; color: PageStyle.hubBottom }
         }
     }
     Rectangle {
@@ -28,8 +30,8 @@ Item {
         radius: width / 2
         antialiasing: true
         gradient: Gradient {
-            GradientStop { position: 0; color: "#10171D" }
-            GradientStop { position: 1; color: "#3A4752" }
+            GradientStop { position: 0; color: PageStyle.hubRecessTop }
+            GradientStop { position: 1; color: PageStyle.hubRecessBottom }
         }
     }
     Rectangle {
@@ -38,6 +40,6 @@ Item {
         height: width
         radius: width / 2
         antialiasing: true
-        color: "#F2F4F1"
+        color: PageStyle.hubCap
     }
 }

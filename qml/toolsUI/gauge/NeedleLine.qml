@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 /// One stroke of the needle, from a little behind the centre to the arc, before rotation.
 Rectangle {

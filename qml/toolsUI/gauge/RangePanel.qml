@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 import "../common"
 
 /// The strip above the dial: one button per range, and the connection badge.
@@ -16,9 +17,8 @@ Rectangle {
     property int currentIndex: 0
     property bool connected: false
     property string connectionText
-    property color topColor: "#1D2A34"
-    property color bottomColor: PageStyle.deepPanel
-    property color idleColor: "#1A252E"
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     // Less room around the texts; then without the title and the badge's text, so that all ranges stay in reach.
     readonly property bool _tight: width < ScreenTools.defaultFontPixelWidth * 70
@@ -31,8 +31,8 @@ Rectangle {
     border.width: 1
     border.color: PageStyle.panelBorder
     gradient: Gradient {
-        GradientStop { position: 0; color: _root.topColor }
-        GradientStop { position: 1; color: _root.bottomColor }
+        GradientStop { position: 0; color: Format.withAlpha(PageStyle.rangePanelTop, _root.backgroundOpacity) }
+        GradientStop { position: 1; color: Format.withAlpha(PageStyle.deepPanel, _root.backgroundOpacity) }
     }
 
     RowLayout {
@@ -52,13 +52,15 @@ Rectangle {
         }
 
         Repeater {
-            model: _root.options
+            model: _root.options.length
 
             PillButton {
-                text: modelData.label
+                required property int index
+
+                text: _root.options[index].label
                 checkable: true
                 active: index === _root.currentIndex
-                idleColor: _root.idleColor
+                backgroundOpacity: _root.backgroundOpacity
                 leftPadding: _root._tight ? 8 : 14
                 rightPadding: leftPadding
                 minimumWidth: _root._tight ? 0 : 64

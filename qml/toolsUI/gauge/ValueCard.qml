@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// One value below the dial: a title over the value, with an edge in the accent colour.
 Rectangle {
@@ -10,16 +11,16 @@ Rectangle {
     property string title
     property string value
     property color accent: PageStyle.accentCyan
-    property color topColor: "#1B2630"
-    property color bottomColor: PageStyle.deepPanel
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     implicitHeight: _texts.implicitHeight + 24
     radius: 10
     border.width: 1
     border.color: PageStyle.cardBorder
     gradient: Gradient {
-        GradientStop { position: 0; color: _root.topColor }
-        GradientStop { position: 1; color: _root.bottomColor }
+        GradientStop { position: 0; color: Format.withAlpha(PageStyle.infoPanelTop, _root.backgroundOpacity) }
+        GradientStop { position: 1; color: Format.withAlpha(PageStyle.deepPanel, _root.backgroundOpacity) }
     }
 
     Accessible.role: Accessible.StaticText

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Controls 2.12
+import QtQuick 2.15
+import QtQuick.Controls 2.15
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// Switches the instrument to one function: the number of the function before its name.
 RadioButton {
@@ -10,12 +11,14 @@ RadioButton {
 
     property int mode: 0
     property bool active: false
-    property color idleColor: "#1A252E"
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     // All buttons of a row are of one size, so their texts are too.
     readonly property bool _narrow: width < 140
     readonly property real _pointSize: _narrow ? Math.max(8.5, Math.min(9.5, width * 0.084))
                                                : Math.max(11, Math.min(16, height * 0.17, width * 0.075))
+    readonly property color _idleColor: Format.withAlpha(PageStyle.idleFill, backgroundOpacity)
     readonly property real _badgeSize: Math.round(_pointSize * 2)
 
     implicitHeight: 44
@@ -36,8 +39,8 @@ RadioButton {
     background: Rectangle {
         radius: 8
         color: _root.active ? PageStyle.accentCyan
-                            : _root.pressed ? Qt.darker(_root.idleColor, 1.25)
-                                            : _root.hovered ? Qt.lighter(_root.idleColor, 1.35) : _root.idleColor
+                            : _root.pressed ? Qt.darker(_root._idleColor, 1.25)
+                                            : _root.hovered ? Qt.lighter(_root._idleColor, 1.35) : _root._idleColor
         border.width: 1
         border.color: _root.active || _root.hovered ? PageStyle.accentCyan : PageStyle.panelBorder
 
@@ -59,7 +62,7 @@ RadioButton {
                 height: width
                 radius: width / 2
                 antialiasing: true
-                color: _root.active ? "#0C2F31" : "transparent"
+                color: _root.active ? PageStyle.badgeOnAccent : "transparent"
                 border.width: 1
                 border.color: _root.active ? "transparent" : PageStyle.dimText
 

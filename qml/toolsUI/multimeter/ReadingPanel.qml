@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 import "../common"
 
 /// The present reading of the multimeter, as large as the panel allows.
@@ -15,8 +16,8 @@ Rectangle {
     property string connectionText
     /// Size of the heading in points.
     property real headingSize: 15
-    property color topColor: "#1B2630"
-    property color bottomColor: PageStyle.deepPanel
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     // A reading that is no number ("OL") is out of the range of the function.
     readonly property bool _outOfRange: value !== "--" && isNaN(Number(value))
@@ -25,8 +26,8 @@ Rectangle {
     border.width: 1
     border.color: PageStyle.panelBorder
     gradient: Gradient {
-        GradientStop { position: 0; color: _root.topColor }
-        GradientStop { position: 1; color: _root.bottomColor }
+        GradientStop { position: 0; color: Format.withAlpha(PageStyle.infoPanelTop, _root.backgroundOpacity) }
+        GradientStop { position: 1; color: Format.withAlpha(PageStyle.deepPanel, _root.backgroundOpacity) }
     }
 
     Accessible.role: Accessible.StaticText

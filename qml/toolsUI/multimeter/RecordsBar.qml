@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 
 import "../../customize"
 import "../common"
@@ -13,7 +13,8 @@ RowLayout {
     property string toggleText
     property string clearText
     property bool clearEnabled: true
-    property color idleColor: "#1A252E"
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     signal toggled()
     signal clearClicked()
@@ -22,7 +23,7 @@ RowLayout {
         id: _toggle
 
         text: _root.toggleText
-        idleColor: _root.idleColor
+        backgroundOpacity: _root.backgroundOpacity
         leftPadding: 32
         onClicked: _root.toggled()
 
@@ -46,7 +47,7 @@ RowLayout {
 
     PillButton {
         text: _root.clearText
-        idleColor: _root.idleColor
+        backgroundOpacity: _root.backgroundOpacity
         enabled: _root.clearEnabled
         opacity: enabled ? 1 : 0.45
         onClicked: _root.clearClicked()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Controls 2.12
-import QtQuick.Window 2.12
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Window 2.15
 import GenControl 1.0
 
 import "../../customize"
@@ -34,7 +34,7 @@ FocusScope {
         z: GenControl.zOrderTopMost
         visible: _root.visible
         acceptedButtons: Qt.AllButtons
-        onPressed: {
+        onPressed: function(mouse) {
             var place = mapToItem(_root, mouse.x, mouse.y)
             mouse.accepted = !_root.contains(Qt.point(place.x, place.y))
             if (mouse.accepted)
@@ -46,9 +46,9 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         radius: 6
-        color: "#1B2630"
+        color: PageStyle.infoPanelTop
         border.width: 1
-        border.color: "#3A4D5B"
+        border.color: PageStyle.menuBorder
     }
 
     AbstractButton {
@@ -71,7 +71,7 @@ FocusScope {
 
         background: Rectangle {
             radius: 4
-            color: _item.hovered || _item.activeFocus ? "#17323A" : "transparent"
+            color: _item.hovered || _item.activeFocus ? PageStyle.selectedRow : "transparent"
         }
         contentItem: Text {
             id: _label

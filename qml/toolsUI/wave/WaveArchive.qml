@@ -1,48 +1,52 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Layouts 1.12
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
 import Qt.labs.platform 1.1 as Platform
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
+import "../common"
 import "WaveView.js" as WaveView
 
-/// Keeps the recorded curve on disk and loads one as the comparison curve.
+/// Keeps the recorded curve on disk and loads one as the comparison curve. A line says what became of it.
 ColumnLayout {
     id: _archive
 
-    property Item page
+    /// Stores and loads the files, as HidLink does.
+    required property QtObject link
+    property string statusText: ""
+    /// File that the line is about; empty for none.
+    property string filePath: ""
+
+    /// The user wants the recorded curve saved: answer with save().
+    signal saveRequested()
+    /// A curve was loaded; its voltages in volts.
+    signal imported(var voltageSamples)
 
     objectName: "waveArchive"
-    visible: page._archiveStatusText.length > 0
+    visible: statusText.length > 0
     spacing: ScreenTools.defaultFontPixelWidth * 0.6
 
-    function chooseCurve() {
-        _dialogLoader.active = true
-        _dialogLoader.item.open()
+    function save(voltageSamples, currentSamples, intervalSec) {
+        filePath = link.archiveCurrentCurve(voltageSamples, currentSamples, intervalSec)
+        statusText = filePath.length > 0 ? qsTranslate("PoweWaveAnalysis", "Saved: ") + filePath
+                                         : qsTranslate("PoweWaveAnalysis", "Archive failed")
     }
 
-    function importCurve(filePath) {
-        var curve = page.hidLink.loadCurveArchive(filePath)
+    function load(path) {
+        var curve = link.loadCurveArchive(path)
         if (!curve || !curve.voltageSamples || curve.voltageSamples.length === 0) {
-            page._archiveStatusText = qsTranslate("PoweWaveAnalysis", "Import failed")
+            statusText = qsTranslate("PoweWaveAnalysis", "Import failed")
             return
         }
-        page.useStandardSamples(curve.voltageSamples)
-        page._loadedArchivePath = curve.filePath
-        page._archiveStatusText = qsTranslate("PoweWaveAnalysis", "Imported: ") + curve.filePath
+        imported(curve.voltageSamples)
+        filePath = curve.filePath
+        statusText = qsTranslate("PoweWaveAnalysis", "Imported: ") + filePath
     }
 
-    function archiveCurve() {
-        var path = page.hidLink.archiveCurrentCurve(page._voltageSamples, page._currentSamples, page._sampleIntervalSec)
-        page._loadedArchivePath = path
-        page._archiveStatusText = path.length > 0 ? qsTranslate("PoweWaveAnalysis", "Saved: ") + path
-                                                  : qsTranslate("PoweWaveAnalysis", "Archive failed")
-    }
-
-    function revealArchive() {
-        if (page._loadedArchivePath.length > 0)
-            page.hidLink.revealPath(page._loadedArchivePath)
+    function _chooseFile() {
+        _dialogLoader.active = true
+        _dialogLoader.item.open()
     }
 
     Row {
@@ -53,13 +57,13 @@ ColumnLayout {
             objectName: "importButton"
             text: qsTranslate("PoweWaveAnalysis", "Standard curve import")
             iconSource: "qrc:/res/importImg.svg"
-            onClicked: _archive.chooseCurve()
+            onClicked: _archive._chooseFile()
         }
         GenButton {
             objectName: "archiveButton"
             text: qsTranslate("PoweWaveAnalysis", "Current curve archive")
             iconSource: "qrc:/res/saveImg.svg"
-            onClicked: _archive.archiveCurve()
+            onClicked: _archive.saveRequested()
         }
         GenButton {
             text: qsTranslate("PoweWaveAnalysis", "Current curve Download")
@@ -71,39 +75,20 @@ ColumnLayout {
         }
     }
 
-    WaveText {
-        id: _status
-
+    TextLink {
         objectName: "archiveStatus"
-        text: _archive.page._archiveStatusText
+        text: _archive.statusText
+        active: _archive.filePath.length > 0
         color: PageStyle.accentCyan
         font.pointSize: 10
-        font.underline: true
         elide: Text.ElideMiddle
+        renderType: Text.NativeRendering
         rightPadding: -PageStyle.roundingSlack
-        activeFocusOnTab: true
         Layout.fillWidth: true
-
-        Accessible.role: Accessible.Link
-        Accessible.name: text
-        Accessible.onPressAction: _archive.revealArchive()
-
-        Keys.onReturnPressed: _archive.revealArchive()
-        Keys.onEnterPressed: _archive.revealArchive()
-        Keys.onSpacePressed: _archive.revealArchive()
-
-        FocusRing {
-            shown: _status.activeFocus
-        }
-
-        MouseArea {
-            anchors.fill: parent
-            cursorShape: _archive.page._loadedArchivePath.length > 0 ? Qt.PointingHandCursor : Qt.ArrowCursor
-            onClicked: _archive.revealArchive()
-        }
+        onClicked: _archive.link.revealPath(_archive.filePath)
     }
 
-    // Native dialogs are expensive: only made for whoever asks.
+    // A native dialog is expensive: created when it is first wanted.
     Loader {
         id: _dialogLoader
 
@@ -112,7 +97,7 @@ ColumnLayout {
             title: qsTranslate("PoweWaveAnalysis", "Select curve archive")
             nameFilters: ["Curve archive (*.json)"]
             folder: Platform.StandardPaths.writableLocation(Platform.StandardPaths.DocumentsLocation) + "/Quorvel/Curves"
-            onAccepted: _archive.importCurve(WaveView.localPath(file))
+            onAccepted: _archive.load(WaveView.localPath(file))
         }
     }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
 import "../../customize/Format.js" as Format
@@ -42,6 +42,7 @@ Item {
         model: _labels.tickCount
 
         WaveText {
+            required property int index
             readonly property real _ratio: index / (_labels.tickCount - 1)
 
             visible: index % _labels._step === 0

@@ -1,27 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// A value of the page's head with its title.
 Rectangle {
     id: _card
 
-    property Item page
     property string title: ""
     property string value: ""
     property color accent: PageStyle.valueText
+    /// Size of the value in points.
+    property real valueSize: 18
+    /// Low pages keep their height for the chart: less room around the texts.
+    property bool low: false
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
-    // Low pages keep their height for the chart.
-    readonly property bool _low: page.height < _dfw * 62
 
-    implicitHeight: Math.ceil(_titleMetrics.height + _valueMetrics.height) + _dfw * (_low ? 0.6 : 1.6)
+    implicitHeight: Math.ceil(_titleMetrics.height + _valueMetrics.height) + _dfw * (low ? 0.6 : 1.6)
     radius: 6
-    color: page.bgColor(PageStyle.card, 1)
+    color: Format.withAlpha(PageStyle.card, backgroundOpacity)
     border.width: 1
-    border.color: page.bgColor(PageStyle.cardBorder, 1)
+    border.color: Format.withAlpha(PageStyle.cardBorder, backgroundOpacity)
 
     Accessible.role: Accessible.StaticText
     Accessible.name: title + " " + value
@@ -49,7 +53,7 @@ Rectangle {
         id: _valueMetrics
 
         font.family: GenFontManager.mainFontFamily
-        font.pointSize: _card._low ? Math.round(_card.page._valueSize * 0.72) : _card.page._valueSize
+        font.pointSize: _card.low ? Math.round(_card.valueSize * 0.72) : _card.valueSize
     }
 
     Column {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtCharts 2.3
+import QtQuick 2.15
 
 import "../../customize"
 
@@ -9,14 +8,29 @@ import "../../customize"
 MouseArea {
     id: _input
 
-    property Item page
-    property ChartView chart
+    property bool running: true
+    property bool dragging: false
+
+    /// +1 to zoom in, -1 to zoom out.
+    signal zoomRequested(int steps)
+    /// Positions are pixels of this item.
+    signal dragStarted(real x)
+    signal dragMoved(real x)
+    signal dragEnded()
+    signal hoverMoved(real x, real y)
+    signal hoverLeft()
+    signal playbackToggled()
+    /// -1 for older samples, +1 for newer ones.
+    signal viewMoveRequested(int direction)
+    signal cursorMoveRequested(int direction)
+    signal startRequested()
+    signal endRequested()
 
     objectName: "chartInput"
     hoverEnabled: true
     preventStealing: true
     acceptedButtons: Qt.LeftButton
-    cursorShape: page._draggingChart ? Qt.ClosedHandCursor : page._chartRunning ? Qt.ArrowCursor : Qt.CrossCursor
+    cursorShape: dragging ? Qt.ClosedHandCursor : running ? Qt.ArrowCursor : Qt.CrossCursor
     activeFocusOnTab: true
 
     Accessible.role: Accessible.Chart
@@ -24,52 +38,52 @@ MouseArea {
     Accessible.name: qsTranslate("PoweWaveAnalysis", "Real-time Voltage") + ", "
                      + qsTranslate("PoweWaveAnalysis", "Output Current")
 
-    onPressed: {
+    onPressed: function(mouse) {
         forceActiveFocus(Qt.MouseFocusReason)
-        page.beginChartDrag(mouse.x)
+        dragStarted(mouse.x)
     }
-    onPositionChanged: {
+    onPositionChanged: function(mouse) {
         if (pressed)
-            page.dragChartTo(mouse.x)
-        else if (!page._chartRunning)
-            page.updateHoverAt(mouse.x, mouse.y, chart)
+            dragMoved(mouse.x)
+        else if (!running)
+            hoverMoved(mouse.x, mouse.y)
     }
-    onReleased: page.endChartDrag()
-    onCanceled: page.endChartDrag()
-    onExited: page._hoverActive = false
-    onWheel: {
+    onReleased: dragEnded()
+    onCanceled: dragEnded()
+    onExited: hoverLeft()
+    onWheel: function(wheel) {
         if (wheel.angleDelta.y !== 0)
-            page.zoomMainChart(wheel.angleDelta.y > 0 ? 1 : -1)
+            zoomRequested(wheel.angleDelta.y > 0 ? 1 : -1)
     }
 
-    Keys.onPressed: {
+    Keys.onPressed: function(event) {
         event.accepted = true
         switch (event.key) {
         case Qt.Key_Space:
-            return page.togglePlayback()
+            return playbackToggled()
         case Qt.Key_Up:
         case Qt.Key_Plus:
-            return page.zoomMainChart(1)
+            return zoomRequested(1)
         case Qt.Key_Down:
         case Qt.Key_Minus:
-            return page.zoomMainChart(-1)
+            return zoomRequested(-1)
         case Qt.Key_Left:
         case Qt.Key_Right:
             return _move(event.key === Qt.Key_Left ? -1 : 1, event.modifiers & Qt.ShiftModifier)
         case Qt.Key_Home:
-            return page.showPausedView(0)
+            return startRequested()
         case Qt.Key_End:
-            return page.showPausedView(page.maxViewStart())
+            return endRequested()
         default:
             event.accepted = false
         }
     }
 
     function _move(direction, bySample) {
-        if (bySample && !page._chartRunning && page._hoverActive)
-            page.updateHoverForIndex(page._hoverSampleIndex + direction, chart)
+        if (bySample)
+            cursorMoveRequested(direction)
         else
-            page.movePausedCursor(direction)
+            viewMoveRequested(direction)
     }
 
     FocusRing {

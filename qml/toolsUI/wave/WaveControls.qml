@@ -1,22 +1,40 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
-import "WaveView.js" as WaveView
 
 /// What the chart shows and how it plays; its groups wrap onto further lines where the page is narrow.
 WavePanel {
     id: _controls
 
+    property bool running: true
+    property bool hasSamples: false
+    /// Samples that a step of the paused view moves it by.
+    property int stepSamples: 1
+    property alias showVoltage: _voltageSwitch.checked
+    property alias showStandard: _standardSwitch.checked
+    property alias autoScale: _autoScaleSwitch.checked
+    property alias rangeIndex: _range.currentIndex
+
+    signal playbackToggled()
+    /// -1 for older samples, +1 for newer ones.
+    signal viewMoveRequested(int direction)
+    signal clearRequested()
+    signal voltageToggled(bool shown)
+    signal standardToggled(bool shown)
+    signal autoScaleToggled(bool enabled)
+    signal rangeChosen(int index)
+
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
     readonly property real _groupHeight: 32
-    readonly property bool _canMove: !page._chartRunning && page._sampleCount > 0
+    readonly property bool _canMove: !running && hasSamples
 
     implicitHeight: _flow.implicitHeight + _dfw * 1.6
+
     // What a step button does, in words that the interface has: "Index: -20".
     function _stepName(sign) {
-        return qsTranslate("PoweWaveAnalysis", "Index: ") + sign + WaveView.cursorStep(page._viewSampleCount)
+        return qsTranslate("PoweWaveAnalysis", "Index: ") + sign + stepSamples
     }
 
     Flow {
@@ -34,78 +52,70 @@ WavePanel {
 
             GenButton {
                 width: 40
-                height: parent.height
+                height: _controls._groupHeight
                 defaultBorderColor: PageStyle.panelBorder
                 text: "<"
                 enabled: _controls._canMove
                 Accessible.name: _controls._stepName("-")
-                onClicked: _controls.page.movePausedCursor(-1)
+                onClicked: _controls.viewMoveRequested(-1)
             }
             GenButton {
                 objectName: "playback"
                 width: 104
-                height: parent.height
+                height: _controls._groupHeight
                 primary: true
                 defaultBorderColor: PageStyle.panelBorder
-                text: _controls.page._chartRunning ? qsTranslate("PoweWaveAnalysis", "Pause")
-                                                   : qsTranslate("PoweWaveAnalysis", "Play")
-                iconSource: _controls.page._chartRunning ? "qrc:/res/puse.svg" : "qrc:/res/play.svg"
-                onClicked: _controls.page.togglePlayback()
+                text: _controls.running ? qsTranslate("PoweWaveAnalysis", "Pause")
+                                        : qsTranslate("PoweWaveAnalysis", "Play")
+                iconSource: _controls.running ? "qrc:/res/puse.svg" : "qrc:/res/play.svg"
+                onClicked: _controls.playbackToggled()
             }
             GenButton {
                 width: 40
-                height: parent.height
+                height: _controls._groupHeight
                 defaultBorderColor: PageStyle.panelBorder
                 text: ">"
                 enabled: _controls._canMove
                 Accessible.name: _controls._stepName("+")
-                onClicked: _controls.page.movePausedCursor(1)
+                onClicked: _controls.viewMoveRequested(1)
             }
             GenButton {
                 width: 96
-                height: parent.height
+                height: _controls._groupHeight
                 defaultBorderColor: PageStyle.panelBorder
                 text: qsTranslate("PoweWaveAnalysis", "Clear")
                 iconSource: "qrc:/res/clearImg.svg"
-                onClicked: _controls.page.clearSamples()
+                onClicked: _controls.clearRequested()
             }
         }
         WaveSwitch {
+            id: _voltageSwitch
+
             objectName: "voltageSwitch"
             height: _controls._groupHeight
             text: qsTranslate("PoweWaveAnalysis", "Voltage Curves")
-            checked: _controls.page._showVoltageCurve
-            onToggled: {
-                _controls.page._showVoltageCurve = checked
-                _controls.page.saveViewSetting("showVoltageCurve", checked)
-            }
+            onToggled: function(checked) { _controls.voltageToggled(checked) }
         }
         WaveSwitch {
+            id: _standardSwitch
+
             objectName: "standardSwitch"
             height: _controls._groupHeight
             text: qsTranslate("PoweWaveAnalysis", "Standard Curves")
-            checked: _controls.page._showStandardCurve
-            onToggled: {
-                _controls.page._showStandardCurve = checked
-                _controls.page.saveViewSetting("showStandardCurve", checked)
-                _controls.page.rebuildSeries()
-            }
+            onToggled: function(checked) { _controls.standardToggled(checked) }
         }
         WaveSwitch {
+            id: _autoScaleSwitch
+
             objectName: "autoScaleSwitch"
             height: _controls._groupHeight
             text: qsTranslate("PoweWaveAnalysis", "Auto Scale")
-            checked: _controls.page._autoScaleAxis
-            onToggled: {
-                _controls.page._autoScaleAxis = checked
-                _controls.page.saveViewSetting("autoScaleAxis", checked)
-                _controls.page.rebuildSeries()
-            }
+            onToggled: function(checked) { _controls.autoScaleToggled(checked) }
         }
         Row {
             height: _controls._groupHeight
             spacing: _controls._dfw * 0.8
-            visible: !_controls.page._autoScaleAxis
+            visible: !_controls.autoScale
 
             WaveText {
                 id: _rangeLabel
@@ -116,18 +126,14 @@ WavePanel {
                 font.pointSize: 10
             }
             GenCombobox {
+                id: _range
+
                 objectName: "currentRange"
                 width: 84
-                height: parent.height
+                height: _controls._groupHeight
                 model: ["0.7A", "1.4A", "3.5A", "7.0A"]
-                currentIndex: _controls.page._currentRangeIndex
                 Accessible.name: _rangeLabel.text + " " + displayText
-                onActivated: {
-                    _controls.page._currentRangeIndex = index
-                    _controls.page._currentAxisMax = _controls.page._currentRangeOptions[index]
-                    _controls.page.saveViewSetting("currentRangeIndex", index)
-                    _controls.page.rebuildSeries()
-                }
+                onActivated: function(index) { _controls.rangeChosen(index) }
             }
         }
         WaveLegend {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
+
+import "../../customize"
 
 /// The grid behind a chart. It never moves, so the chart need not paint it with every tick.
 Item {
@@ -12,10 +14,12 @@ Item {
         model: _grid.columns
 
         Rectangle {
+            required property int index
+
             x: Math.round(index * (_grid.width - 1) / (_grid.columns - 1))
             width: 1
             height: _grid.height
-            color: index === 0 || index === _grid.columns - 1 ? "#2B3A46" : "#16222C"
+            color: index === 0 || index === _grid.columns - 1 ? PageStyle.panelBorder : PageStyle.waveGridColumn
         }
     }
 
@@ -23,10 +27,12 @@ Item {
         model: _grid.rows
 
         Rectangle {
+            required property int index
+
             y: Math.round(index * (_grid.height - 1) / (_grid.rows - 1))
             width: _grid.width
             height: 1
-            color: index === _grid.rows - 1 ? "#2B3A46" : "#1C2A35"
+            color: index === _grid.rows - 1 ? PageStyle.panelBorder : PageStyle.waveGridRow
         }
     }
 }

@@ -1,45 +1,53 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
 
 /// The colours of the three curves.
 Row {
+    id: _legend
+
+    readonly property var _curves: [
+        { text: qsTranslate("PoweWaveAnalysis", "Real-time Voltage"), color: PageStyle.waveLiveVoltage, dashes: 1 },
+        { text: qsTranslate("PoweWaveAnalysis", "Standard Voltage"), color: PageStyle.waveStandard, dashes: 3 },
+        { text: qsTranslate("PoweWaveAnalysis", "Output Current"), color: PageStyle.waveCurrent, dashes: 1 }
+    ]
+
     spacing: ScreenTools.defaultFontPixelWidth * 1.6
 
     Repeater {
-        model: [{ "text": QT_TRANSLATE_NOOP("PoweWaveAnalysis", "Real-time Voltage"), "color": "cyan", "dashes": 1 },
-                { "text": QT_TRANSLATE_NOOP("PoweWaveAnalysis", "Standard Voltage"), "color": "#3A7AFE", "dashes": 3 },
-                { "text": QT_TRANSLATE_NOOP("PoweWaveAnalysis", "Output Current"), "color": "#ff4952", "dashes": 1 }]
+        model: _legend._curves.length
 
         Row {
+            id: _entry
+
+            required property int index
+            readonly property int _dashCount: _legend._curves[index].dashes
+
             anchors.verticalCenter: parent.verticalCenter
             spacing: 6
 
             Row {
                 id: _line
 
-                readonly property int _dashCount: modelData.dashes
-                readonly property color _color: modelData.color
-
                 anchors.verticalCenter: parent.verticalCenter
                 spacing: 3
 
                 Repeater {
-                    model: _line._dashCount
+                    model: _entry._dashCount
 
                     Rectangle {
-                        width: (20 - _line.spacing * (_line._dashCount - 1)) / _line._dashCount
+                        width: (20 - _line.spacing * (_entry._dashCount - 1)) / _entry._dashCount
                         height: 3
                         radius: 1.5
-                        color: _line._color
+                        color: _legend._curves[_entry.index].color
                     }
                 }
             }
             WaveText {
                 anchors.verticalCenter: parent.verticalCenter
-                text: qsTranslate("PoweWaveAnalysis", modelData.text)
+                text: _legend._curves[_entry.index].text
                 font.pointSize: 9
             }
         }

@@ -1,20 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 import QtCharts 2.3
 import ChartSeriesFiller 1.0
 import GenControl.ScreenTools 1.0
 
+import "../../customize"
 import "WaveView.js" as WaveView
 
-/// The chart of the samples in view, with its cursor, its labels and what mouse and keyboard do on it. The chart
-/// itself paints the curves only: what stands still lies around it and costs nothing with a tick.
+/// The chart of the samples in view with its labels. Cursor and input are laid over it by the page. What stands still
+/// lies around the chart, so that it costs nothing with a tick.
 WavePanel {
     id: _panel
 
+    required property WaveAxes axes
+    property alias frozen: _chart.frozen
+    property alias showVoltage: _voltageSeries.visible
+    property alias showStandard: _standardSeries.visible
+    /// As WaveTimeLabels takes them.
+    property alias timeTicks: _timeLabels.ticks
+    /// Items as large as the chart, above it.
+    default property alias overlay: _overlay.data
+
     readonly property alias chart: _chart
-    readonly property alias input: _input
+    property alias frozenWidth: _chart.frozenWidth
+    property alias frozenHeight: _chart.frozenHeight
     readonly property rect plotArea: _chart.plotArea
-    readonly property bool _narrow: width < ScreenTools.defaultFontPixelWidth * 95
+    // A chart without a size is not narrow: the labels of the usual width are then created only once.
+    readonly property bool _narrow: width > 0 && width < ScreenTools.defaultFontPixelWidth * 95
     readonly property int _labelSize: _narrow ? 12 : 16
     readonly property int _tickCount: _narrow ? 6 : 11
     // Between a value axis and its labels.
@@ -23,22 +35,16 @@ WavePanel {
     readonly property real _bleed: 2
 
     objectName: "waveChartPanel"
-    onPlotAreaChanged: page.placeOnChart()
 
-    // Shows the page's view of the samples; the page has brought its limits up to date.
-    function drawView() {
-        var start = page._viewStartIndex
-        var time = WaveView.timeAxis(start, page._viewSampleCount)
-        // What lies beyond the widest view is never seen, however long a loaded curve is.
-        var standardCount = page._showStandardCurve ? page._defaultViewSamples : 0
+    /// Shows `count` samples from index `start` on within the limits of the axes, and the comparison curve from there on.
+    function drawView(voltages, currents, comparison, start, count) {
+        var time = WaveView.timeAxis(start, count)
         ChartSeriesFiller.setRange(_timeAxis, time.min, time.max)
-        ChartSeriesFiller.setRange(_voltageAxis, page._voltageAxisMin, page._voltageAxisMax)
-        ChartSeriesFiller.setRange(_currentAxis, page._currentAxisMin, page._currentAxisMax)
-        ChartSeriesFiller.fill(_voltageSeries, page._voltageSamples.slice(start, start + page._viewSampleCount), start,
-                               1)
-        ChartSeriesFiller.fill(_standardSeries, page._standardSamples.slice(0, standardCount), start, 1)
-        ChartSeriesFiller.fillNonNegative(_currentSeries,
-                                          page._currentSamples.slice(start, start + page._viewSampleCount), start, 1)
+        ChartSeriesFiller.setRange(_voltageAxis, axes.voltageMin, axes.voltageMax)
+        ChartSeriesFiller.setRange(_currentAxis, axes.currentMin, axes.currentMax)
+        ChartSeriesFiller.fill(_voltageSeries, voltages.slice(start, start + count), start, 1)
+        ChartSeriesFiller.fill(_standardSeries, comparison, start, 1)
+        ChartSeriesFiller.fillNonNegative(_currentSeries, currents.slice(start, start + count), start, 1)
     }
 
     Item {
@@ -55,29 +61,14 @@ WavePanel {
             rows: _panel._tickCount
         }
 
-        ChartView {
+        WaveChart {
             id: _chart
-
-            // The chart at rest; while the window is being resized it keeps its size and is scaled instead.
-            readonly property real _fullWidth: _plot.width + 2 * _panel._bleed
-            readonly property real _fullHeight: _plot.height + 2 * _panel._bleed
 
             objectName: "waveChart"
             x: -_panel._bleed
             y: -_panel._bleed
-            width: _panel.page._frozenMainChartWidth > 0 ? _panel.page._frozenMainChartWidth : _fullWidth
-            height: _panel.page._frozenMainChartHeight > 0 ? _panel.page._frozenMainChartHeight : _fullHeight
-            transform: Scale {
-                xScale: _chart.width > 0 ? _chart._fullWidth / _chart.width : 1
-                yScale: _chart.height > 0 ? _chart._fullHeight / _chart.height : 1
-            }
-            antialiasing: true
-            animationOptions: ChartView.NoAnimation
-            legend.visible: false
-            backgroundColor: "transparent"
-            backgroundRoundness: 0
-            plotAreaColor: "transparent"
-            margins { left: 0; top: 0; right: 0; bottom: 0 }
+            fullWidth: _plot.width + 2 * _panel._bleed
+            fullHeight: _plot.height + 2 * _panel._bleed
             plotArea: Qt.rect(_panel._bleed, _panel._bleed, Math.max(1, width - 2 * _panel._bleed),
                               Math.max(1, height - 2 * _panel._bleed))
 
@@ -91,8 +82,7 @@ WavePanel {
                 name: "标准曲线"
                 axisX: _timeAxis
                 axisY: _voltageAxis
-                visible: _panel.page._showStandardCurve
-                color: "#3A7AFE"
+                color: PageStyle.waveStandard
                 width: 2.2
                 style: Qt.DashLine
             }
@@ -102,8 +92,7 @@ WavePanel {
                 name: "电压 (V)"
                 axisX: _timeAxis
                 axisY: _voltageAxis
-                visible: _panel.page._showVoltageCurve
-                color: "cyan"
+                color: PageStyle.waveLiveVoltage
                 width: 2.4
             }
             LineSeries {
@@ -112,29 +101,18 @@ WavePanel {
                 name: "电流 (mA)"
                 axisX: _timeAxis
                 axisYRight: _currentAxis
-                color: "#ff4952"
+                color: PageStyle.waveCurrent
                 width: 2.4
             }
         }
 
-        WaveHover {
-            x: _chart.x
-            y: _chart.y
-            width: _chart.width
-            height: _chart.height
-            page: _panel.page
-            plotArea: _chart.plotArea
-        }
-
-        WaveChartInput {
-            id: _input
+        Item {
+            id: _overlay
 
             x: _chart.x
             y: _chart.y
-            width: _chart._fullWidth
-            height: _chart._fullHeight
-            page: _panel.page
-            chart: _chart
+            width: _chart.fullWidth
+            height: _chart.fullHeight
         }
     }
 
@@ -145,12 +123,12 @@ WavePanel {
         anchors.rightMargin: _panel._labelGap
         anchors.top: _plot.top
         anchors.bottom: _plot.bottom
-        minimum: _panel.page._voltageAxisMin
-        maximum: _panel.page._voltageAxisMax
+        minimum: _panel.axes.voltageMin
+        maximum: _panel.axes.voltageMax
         tickCount: _panel._tickCount
         decimals: 1
         unit: " V"
-        color: "#32E8C3"
+        color: PageStyle.waveVoltage
         pixelSize: _panel._labelSize
         alignRight: true
     }
@@ -162,12 +140,12 @@ WavePanel {
         anchors.leftMargin: _panel._labelGap
         anchors.top: _plot.top
         anchors.bottom: _plot.bottom
-        minimum: _panel.page._currentAxisMin
-        maximum: _panel.page._currentAxisMax
+        minimum: _panel.axes.currentMin
+        maximum: _panel.axes.currentMax
         tickCount: _panel._tickCount
         decimals: 2
         unit: " A"
-        color: "#ff4952"
+        color: PageStyle.waveCurrent
         pixelSize: _panel._labelSize
     }
 
@@ -178,7 +156,6 @@ WavePanel {
         anchors.right: parent.right
         anchors.top: _plot.bottom
         anchors.topMargin: _panel._labelGap
-        ticks: _panel.page._mainTimeTicks
         plotX: _plot.x
         plotWidth: _plot.width
     }

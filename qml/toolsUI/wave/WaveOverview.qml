@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 import QtCharts 2.3
 import ChartSeriesFiller 1.0
 
@@ -11,23 +11,31 @@ import "WaveView.js" as WaveView
 WavePanel {
     id: _panel
 
+    required property WaveAxes axes
+    property alias frozen: _chart.frozen
+    /// As WaveTimeLabels takes them.
+    property alias timeTicks: _labels.ticks
+    /// Whether the mark is shown, and where, in pixels of this item's strip.
+    property bool selectionShown: false
+    property real selectionX: 0
+    property real selectionWidth: 0
+
     readonly property alias chart: _chart
+    property alias frozenWidth: _chart.frozenWidth
+    property alias frozenHeight: _chart.frozenHeight
     readonly property real _plotMargin: 8
-    readonly property real plotX: _chart.plotArea.x * _scale.xScale
-    readonly property real plotWidth: _chart.plotArea.width * _scale.xScale
+    readonly property real plotX: _chart.plotArea.x * _chart.xScale
+    readonly property real plotWidth: _chart.plotArea.width * _chart.xScale
 
-    onPlotWidthChanged: {
-        if (page._drawing)
-            page.updatePreviewTimeTicks()
-    }
+    /// The user points at a place of the recording, in pixels of the strip.
+    signal placeChosen(real x)
 
-    // Shows the page's whole recording, thinned out to what the strip can show.
-    function drawRecording() {
-        var count = page._voltageSamples.length
-        var stride = WaveView.previewStride(count, page._maxPreviewPoints)
-        ChartSeriesFiller.setRange(_timeAxis, 0, WaveView.spanSec(count, page._sampleIntervalSec))
-        ChartSeriesFiller.fillThinned(_voltageSeries, page._voltageSamples, stride, page._sampleIntervalSec)
-        ChartSeriesFiller.fillThinned(_currentSeries, page._currentSamples, stride, page._sampleIntervalSec)
+    /// Shows the whole recording, thinned out to at most maxPoints points a curve.
+    function drawRecording(voltages, currents, maxPoints, intervalSec) {
+        var stride = WaveView.previewStride(voltages.length, maxPoints)
+        ChartSeriesFiller.setRange(_timeAxis, 0, WaveView.spanSec(voltages.length, intervalSec))
+        ChartSeriesFiller.fillThinned(_voltageSeries, voltages, stride, intervalSec)
+        ChartSeriesFiller.fillThinned(_currentSeries, currents, stride, intervalSec)
     }
 
     Item {
@@ -37,25 +45,12 @@ WavePanel {
         anchors.margins: 2
         anchors.bottomMargin: _labels.height + 4
 
-        ChartView {
+        WaveChart {
             id: _chart
 
             objectName: "overviewChart"
-            width: _panel.page._frozenPreviewWidth > 0 ? _panel.page._frozenPreviewWidth : _area.width
-            height: _panel.page._frozenPreviewHeight > 0 ? _panel.page._frozenPreviewHeight : _area.height
-            transform: Scale {
-                id: _scale
-
-                xScale: _chart.width > 0 ? _area.width / _chart.width : 1
-                yScale: _chart.height > 0 ? _area.height / _chart.height : 1
-            }
-            antialiasing: true
-            animationOptions: ChartView.NoAnimation
-            legend.visible: false
-            backgroundColor: "transparent"
-            backgroundRoundness: 0
-            plotAreaColor: "transparent"
-            margins { left: 0; top: 0; right: 0; bottom: 0 }
+            fullWidth: _area.width
+            fullHeight: _area.height
             plotArea: Qt.rect(_panel._plotMargin, _panel._plotMargin, Math.max(1, width - 2 * _panel._plotMargin),
                               Math.max(1, height - 2 * _panel._plotMargin))
 
@@ -64,15 +59,15 @@ WavePanel {
             ValueAxis {
                 id: _voltageAxis
 
-                min: _panel.page._voltageAxisMin
-                max: _panel.page._voltageAxisMax
+                min: _panel.axes.voltageMin
+                max: _panel.axes.voltageMax
                 visible: false
             }
             ValueAxis {
                 id: _currentAxis
 
-                min: _panel.page._currentAxisMin
-                max: _panel.page._currentAxisMax
+                min: _panel.axes.currentMin
+                max: _panel.axes.currentMax
                 visible: false
             }
             LineSeries {
@@ -80,7 +75,7 @@ WavePanel {
 
                 axisX: _timeAxis
                 axisY: _voltageAxis
-                color: "#32E8C3"
+                color: PageStyle.waveVoltage
                 width: 1.4
             }
             LineSeries {
@@ -88,33 +83,35 @@ WavePanel {
 
                 axisX: _timeAxis
                 axisYRight: _currentAxis
-                color: "#ff4952"
+                color: PageStyle.waveCurrent
                 width: 1.4
             }
         }
 
         Rectangle {
-            visible: _panel.page._sampleCount > 0
-            x: _panel.page.previewSelectionX()
-            y: _chart.plotArea.y * _scale.yScale
-            width: _panel.page.previewSelectionWidth()
-            height: _chart.plotArea.height * _scale.yScale
+            visible: _panel.selectionShown
+            x: _panel.selectionX
+            y: _chart.plotArea.y * _chart.yScale
+            width: _panel.selectionWidth
+            height: _chart.plotArea.height * _chart.yScale
             radius: 3
-            color: _panel.page.bgColor(PageStyle.accentCyan, 0.15)
+            color: Format.withAlpha(PageStyle.accentCyan, 0.15 * _panel.backgroundOpacity)
             border.width: 1
             border.color: Format.withAlpha(PageStyle.accentCyan, 0.69)
         }
 
         MouseArea {
+            id: _input
+
             objectName: "overviewInput"
             anchors.fill: parent
             preventStealing: true
             acceptedButtons: Qt.LeftButton
             cursorShape: Qt.PointingHandCursor
-            onPressed: _panel.page.setViewCenterFromPreview(mouse.x)
-            onPositionChanged: {
-                if (pressed)
-                    _panel.page.setViewCenterFromPreview(mouse.x)
+            onPressed: function(mouse) { _panel.placeChosen(mouse.x) }
+            onPositionChanged: function(mouse) {
+                if (_input.pressed)
+                    _panel.placeChosen(mouse.x)
             }
         }
     }
@@ -126,7 +123,6 @@ WavePanel {
         anchors.right: _area.right
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 2
-        ticks: _panel.page._previewTimeTicks
         plotX: _panel.plotX
         plotWidth: _panel.plotWidth
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
@@ -8,7 +8,7 @@ import "../../customize"
 Row {
     id: _row
 
-    property alias checked: _switch.checked
+    property bool checked: false
     property string text: ""
 
     signal toggled(bool checked)
@@ -21,8 +21,13 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         switchWidth: 40
         switchHeight: 20
+        checked: _row.checked
         Accessible.name: _row.text
-        onToggled: _row.toggled(checked)
+        onToggled: function(checked) {
+            _row.toggled(checked)
+            // A click has ended the binding; the state is always that of the row.
+            _switch.checked = Qt.binding(function() { return _row.checked })
+        }
     }
     WaveText {
         anchors.verticalCenter: parent.verticalCenter

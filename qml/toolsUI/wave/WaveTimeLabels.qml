@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
+import QtQuick 2.15
 
 import "../../customize"
 import "../../customize/Format.js" as Format
@@ -28,7 +28,8 @@ Item {
         model: _labels.ticks.length
 
         WaveText {
-            // A place that stays is not worked out anew with each text.
+            required property int index
+            // A place that stays is not computed again with each text.
             readonly property real _ratio: index < _labels.ticks.length ? _labels.ticks[index].ratio : 0
 
             x: Math.round(Format.clamp(_labels.plotX + _ratio * _labels.plotWidth - width / 2, 0,

@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-import QtQuick 2.12
-import QtQuick.Controls 2.12
+import QtQuick 2.15
+import QtQuick.Controls 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
+import "../../customize/Format.js" as Format
 
 /// Hides and shows the page's controls.
 AbstractButton {
     id: _toggle
 
-    property Item page
+    /// Whether the controls are hidden now.
+    property bool collapsed: false
+    /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.
+    property real backgroundOpacity: 1
 
     objectName: "waveToggle"
     implicitWidth: ScreenTools.defaultFontPixelWidth * 8
-    text: page._controlPanelCollapsed ? qsTranslate("PoweWaveAnalysis", "Show") : qsTranslate("PoweWaveAnalysis", "Hide")
+    text: collapsed ? qsTranslate("PoweWaveAnalysis", "Show") : qsTranslate("PoweWaveAnalysis", "Hide")
     focusPolicy: Qt.StrongFocus
 
     Accessible.name: text
@@ -21,19 +25,18 @@ AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    onClicked: {
-        page._controlPanelCollapsed = !page._controlPanelCollapsed
-        page.saveViewSetting("controlPanelCollapsed", page._controlPanelCollapsed)
-    }
-
     background: Rectangle {
+        id: _background
+
         radius: 6
-        color: _toggle.page.bgColor(_toggle.hovered || _toggle.down ? "#1D2A34" : PageStyle.card, 1)
+        color: Format.withAlpha(_toggle.hovered || _toggle.down ? PageStyle.rangePanelTop : PageStyle.card,
+                                _toggle.backgroundOpacity)
         border.width: 1
-        border.color: _toggle.page.bgColor(_toggle.hovered ? PageStyle.accentCyan : PageStyle.cardBorder, 1)
+        border.color: Format.withAlpha(_toggle.hovered ? PageStyle.accentCyan : PageStyle.cardBorder,
+                                       _toggle.backgroundOpacity)
 
         FocusRing {
-            radius: parent.radius
+            radius: _background.radius
             shown: _toggle.visualFocus
         }
     }
@@ -43,7 +46,7 @@ AbstractButton {
 
             WaveText {
                 anchors.horizontalCenter: parent.horizontalCenter
-                text: _toggle.page._controlPanelCollapsed ? "v" : "^"
+                text: _toggle.collapsed ? "v" : "^"
                 color: PageStyle.accentCyan
                 font.pointSize: 11
                 font.bold: true
