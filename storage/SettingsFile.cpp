@@ -54,6 +54,7 @@ SettingsFile::SettingsFile()
     qDebug().noquote() << "filePath:" << filePath;
     m_path = filePath;
     open();
+    m_lastWhole = values();
     const QFileInfo file(filePath);
     if (!QFileInfo(folder).isWritable() || (file.exists() && !(file.isWritable() && file.isReadable())))
         fail(filePath, QStringLiteral("it may not be written"));
@@ -78,7 +79,7 @@ void SettingsFile::setValue(const QString& group, const QString& key, const QVar
     if (!m_settings)
         return;
     m_settings->sync();
-    keepDamagedFile();
+    restoreCutFile(keepDamagedFile());
     m_settings->setValue(pathOf(group, key), value);
     // Merges with what other processes wrote, under a lock that they respect, and replaces the file whole.
     m_settings->sync();
@@ -87,6 +88,7 @@ void SettingsFile::setValue(const QString& group, const QString& key, const QVar
         fail(m_path, QStringLiteral("the file cannot be written"));
         open();
     }
+    m_lastWhole = values();
 }
 
 void SettingsFile::setFailureHandler(std::function<void(const QString&)> handler)
@@ -116,18 +118,44 @@ void SettingsFile::refresh() const
     m_settings->sync();
 }
 
-/// QSettings drops lines that it does not understand with the next write.
-void SettingsFile::keepDamagedFile()
+QHash<QString, QVariant> SettingsFile::values() const
+{
+    QHash<QString, QVariant> all;
+    const QStringList paths = m_settings->allKeys();
+    for (const QString& path : paths) {
+        // A damaged line may have given an empty key, which QSettings does not look up.
+        if (!path.isEmpty())
+            all.insert(path, m_settings->value(path));
+    }
+    return all;
+}
+
+/// QSettings drops lines that it does not understand with the next write. True when there are such lines.
+bool SettingsFile::keepDamagedFile()
 {
     // Sections are parsed when they are first used; this parses all of them.
     m_settings->allKeys();
     if (m_settings->status() != QSettings::FormatError)
-        return;
+        return false;
     const QString copy = m_path + QLatin1String(".damaged");
     QFile::remove(copy);
     if (QFile::copy(m_path, copy))
         qWarning().noquote() << "Settings:" << m_path << "is damaged; it was copied to" << copy;
     open();
+    return true;
+}
+
+/// Text editors empty a file before they write it: what a file lacks that is damaged or ends within a line
+/// may be on its way. Who deletes the whole file wants the defaults.
+void SettingsFile::restoreCutFile(bool damaged)
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly) || (!damaged && file.readAll().endsWith('\n')))
+        return;
+    for (auto entry = m_lastWhole.cbegin(); entry != m_lastWhole.cend(); ++entry) {
+        if (!m_settings->contains(entry.key()))
+            m_settings->setValue(entry.key(), entry.value());
+    }
 }
 
 void SettingsFile::fail(const QString& path, const QString& reason)

@@ -3,6 +3,7 @@
 
 #include "storage/SettingsTable.h"
 
+#include <QHash>
 #include <QMutex>
 #include <QString>
 #include <QVariant>
@@ -20,7 +21,8 @@ class QSettings;
  *
  * A read sees changes by hand or by another process within a millisecond. A write changes one value, keeps
  * the values that others wrote, and replaces the file whole. A damaged file is copied to
- * "Quorvel.ini.damaged" before the first write changes it.
+ * "Quorvel.ini.damaged" before the first write changes it, and values that a damaged or half-written file
+ * lacks come back with that write.
  *
  * Its users share it, so it lives as long as the last of them. When the settings folder cannot be created,
  * reads return their defaults and nothing is stored. When only a write fails, its value lasts as long as this
@@ -61,7 +63,9 @@ public:
 private:
     void open() const;
     void refresh() const;
-    void keepDamagedFile();
+    QHash<QString, QVariant> values() const;
+    bool keepDamagedFile();
+    void restoreCutFile(bool damaged);
     void fail(const QString& path, const QString& reason);
 
     /// Guards all members below.
@@ -71,6 +75,8 @@ private:
     /// Null when the folder could not be created.
     mutable std::unique_ptr<QSettings> m_settings;
     mutable std::chrono::steady_clock::time_point m_lookedAt;
+    /// All values after the start or the last write, by path.
+    QHash<QString, QVariant> m_lastWhole;
     /// Path of the first failure; empty before it.
     QString m_failedPath;
     std::function<void(const QString&)> m_failureHandler;

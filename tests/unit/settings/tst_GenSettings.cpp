@@ -6,11 +6,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
 
 #include <array>
-#include <thread>
 
 namespace {
 
@@ -33,6 +33,25 @@ void writeFile(const QString& path, const QByteArray& content)
 {
     QVERIFY(QFileInfo(path).dir().mkpath("."));
     QVERIFY(test::writeFile(path, content));
+}
+
+/// Makes this program one of the processes that write the same file: the option, then the key.
+constexpr const char* cWriterOption = "--writer";
+constexpr int cFirstValue = 100;
+constexpr int cWrites = 30;
+const QByteArray cLastValue = QByteArray::number(cFirstValue + cWrites - 1);
+
+/// 0 when each value that was written is there afterwards.
+int writeInTurn(int argc, char** argv)
+{
+    const QCoreApplication app(argc, argv);
+    GenSettings settings(nullptr, nullptr);
+    for (int value = cFirstValue; value < cFirstValue + cWrites; ++value) {
+        settings.setValue(argv[2], value);
+        if (settings.iValue(argv[2]) != value)
+            return 1;
+    }
+    return 0;
 }
 
 } // namespace
@@ -135,6 +154,28 @@ private Q_SLOTS:
         QCOMPARE(test::contentOf(settingsFile() + QStringLiteral(".damaged")), damaged);
     }
 
+    void writeBringsBackWhatAHalfWrittenFileLacks_data()
+    {
+        const test::Table<QByteArray, QByteArray> table("edited", "kept");
+        table.row("emptied", "", "serverHost=a");
+        table.row("cut within a line", "[system]\nlanguage=0\n\n[sysSett", "serverHost=a");
+        table.row("cut within a value", "[sysSettings]\nserverHost=b", "language=1");
+    }
+
+    void writeBringsBackWhatAHalfWrittenFileLacks()
+    {
+        QFETCH(QByteArray, edited);
+        QFETCH(QByteArray, kept);
+        expectWarning("is damaged; it was copied to");
+        GenSettings settings(nullptr, nullptr);
+        settings.setValue("serverHost", "a", "sysSettings");
+        settings.setValue("language", 1);
+        writeFile(settingsFile(), edited);
+        settings.setValue("x", 42, "windowGeometry");
+        const QByteArray stored = test::contentOf(settingsFile());
+        QVERIFY2(stored.contains(kept) && stored.contains("x=42"), stored.constData());
+    }
+
     void withoutFolderNothingIsStoredAndOneMessageSaysSo()
     {
         expectWarning("Settings cannot be stored in");
@@ -164,27 +205,29 @@ private Q_SLOTS:
         QVERIFY(test::contentOf(settingsFile()).contains("language=1"));
     }
 
-    /// Two stores have nothing in common but the file, as two processes do.
     void processesKeepEachOthersKeys()
     {
-        constexpr int cWrites = 30;
-        std::array<std::thread, 2> writers;
-        for (std::size_t i = 0; i < writers.size(); ++i) {
-            writers[i] = std::thread([key = QString::number(i)] {
-                GenSettings settings(nullptr, nullptr);
-                for (int value = 0; value < cWrites; ++value) {
-                    settings.setValue(key, value + 100);
-                    QCOMPARE(settings.iValue(key), value + 100);
-                }
-            });
+        const QStringList keys{"first", "second"};
+        std::array<QProcess, 2> writers;
+        for (std::size_t i = 0; i < writers.size(); ++i)
+            writers.at(i).start(QCoreApplication::applicationFilePath(), {cWriterOption, keys.at(int(i))});
+        for (QProcess& writer : writers) {
+            QVERIFY(writer.waitForFinished());
+            QCOMPARE(writer.exitCode(), 0);
         }
-        for (std::thread& writer : writers)
-            writer.join();
-        const GenSettings settings(nullptr, nullptr);
-        QCOMPARE(settings.iValue("0"), cWrites + 99);
-        QCOMPARE(settings.iValue("1"), cWrites + 99);
+        for (const QString& key : keys)
+            QVERIFY(test::contentOf(settingsFile()).contains(key.toUtf8() + "=" + cLastValue));
     }
 };
 
-QUORVEL_TEST_MAIN(GenSettingsTest, QCoreApplication)
+int main(int argc, char** argv)
+{
+    if (argc == 3 && argv[1] == QByteArray(cWriterOption))
+        return writeInTurn(argc, argv);
+    test::isolateHome();
+    QCoreApplication app(argc, argv);
+    GenSettingsTest testObject;
+    return QTest::qExec(&testObject, argc, argv);
+}
+
 #include "tst_GenSettings.moc"
