@@ -4,6 +4,7 @@
 #include "app/GenToolbox.h"
 #include "instrument/MultimeterReading.h"
 #include "instrument/UiControl.h"
+#include "platform/WindowSizing.h"
 #include "qmlsupport/ChartSeriesFiller.h"
 #include "qmlsupport/GenControlQmlGlobal.h"
 #include "qmlsupport/ScreenToolsController.h"
@@ -63,6 +64,16 @@ void chooseSceneGraphBackend()
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
+/// Under Wayland, Qt's drawing thread and its GUI thread disagree: a window that is closed or maximised while
+/// a frame is drawn ends the program, by a crash or as a violation of the protocol. One thread does both
+/// there.
+void chooseRenderLoop()
+{
+    constexpr char cRenderLoop[] = "QSG_RENDER_LOOP";
+    if (platform::isWayland() && !qEnvironmentVariableIsSet(cRenderLoop))
+        qputenv(cRenderLoop, "basic");
+}
+
 // The engine calls these when QML first uses a singleton, and owns what they return.
 
 QObject* provideToolbox(QQmlEngine*, QJSEngine*)
@@ -101,6 +112,8 @@ GenApplication* genApp()
 GenApplication::GenApplication(int& argc, char** argv) : QApplication(argc, argv)
 {
     theApplication = this;
+    // Under Wayland a window has no icon of its own: the desktop takes that of the desktop entry.
+    setDesktopFileName(QStringLiteral("org.quorvel.Quorvel"));
     m_toolbox = std::make_unique<GenToolbox>(this);
     m_toolbox->setChildToolboxes();
     updateTranslation();
@@ -148,6 +161,7 @@ bool GenApplication::initQmlEngine()
     setApplicationVersion(::applicationVersion());
     setWindowIcon(QIcon(QStringLiteral(":/res/quorvel-icon.svg")));
     chooseSceneGraphBackend();
+    chooseRenderLoop();
     m_engine = new QQmlApplicationEngine(this);
     prepareEngine(*m_engine);
     m_engine->load(mainDocument());

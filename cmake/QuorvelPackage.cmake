@@ -35,7 +35,7 @@ string(
     qml-module-qtquick-templates2
     qml-module-qtquick-window2
     qml-module-qtquick2)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "sunxi-tools, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qtwayland5, sunxi-tools, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/linux/debian/postinst"
                                        "${PROJECT_SOURCE_DIR}/packaging/linux/debian/postrm")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)

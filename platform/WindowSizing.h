@@ -30,4 +30,7 @@ constexpr int sizingCommand(Qt::Edges edges)
  */
 bool startSystemResize(QWindow& window, Qt::Edges edges);
 
+/// Whether a Wayland desktop shows the windows. Needs an application object.
+bool isWayland();
+
 } // namespace platform

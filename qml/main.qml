@@ -73,13 +73,16 @@ ApplicationWindow {
     readonly property int _hid10NoScreen: Instrument.LayerNotGiven
     // The instrument's screen of each page, in page order.
     readonly property var _hid10Screens: [_hid10ScreenMainPower, _hid10ScreenWave, _hid10ScreenGauge, _hid10ScreenUsb]
+    // The hints give a frameless window the system menu and let the task bar minimise it.
+    readonly property int _baseFlags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowSystemMenuHint
+                                      | Qt.WindowMinimizeButtonHint
     readonly property bool _settledNormal: visibility !== Window.Minimized && visibility !== Window.Maximized
                                            && visibility !== Window.FullScreen && visibility !== Window.Hidden
 
     // Shown once the geometry is restored: a position given later loses against the window manager's.
     visible: false
     title: qsTr("Quorvel")
-    flags: Qt.Window | Qt.FramelessWindowHint
+    flags: _baseFlags
     color: "transparent"
     minimumWidth: _dfw * (ScreenTools.isCompactDesktop ? 78 : 90)
     minimumHeight: _dfw * (ScreenTools.isCompactDesktop ? 54 : 62)
@@ -198,13 +201,13 @@ ApplicationWindow {
 
     function saveWindowGeometry() {
         if (!_restoringWindowGeometry && _settledNormal)
-            WindowGeometry.store(GenToolbox.genSettings, mainwindows)
+            WindowGeometry.store(GenToolbox.genSettings, mainwindows, ScreenTools.canPlaceWindows)
     }
 
     function toggleAlwaysOnTop() {
         var wasMaximized = visibility === Window.Maximized
         alwaysOnTop = !alwaysOnTop
-        flags = Qt.Window | Qt.FramelessWindowHint | (alwaysOnTop ? Qt.WindowStaysOnTopHint : 0)
+        flags = _baseFlags | (alwaysOnTop ? Qt.WindowStaysOnTopHint : 0)
         // Changing the flags hides the window.
         if (wasMaximized)
             showMaximized()
@@ -275,6 +278,10 @@ ApplicationWindow {
     }
     UpgradeWindow {
         id: _upgradeWindow
+
+        // The desktop shows through the margin: only the drawn frame is dimmed.
+        anchors.margins: mainwindows.frameMargin
+        radius: mainwindows.frameMargin > 0 ? mainwindows.radiusValue : 0
     }
 
     Timer { id: resizeApplyTimer; interval: 16; onTriggered: mainwindows.applyPendingResize() }

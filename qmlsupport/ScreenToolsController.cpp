@@ -5,15 +5,59 @@
 #include "qmlsupport/DesignFonts.h"
 
 #include <QCursor>
+#include <QEvent>
 #include <QGuiApplication>
+#include <QQuickWindow>
 #include <QTouchDevice>
 #include <QWindow>
 
 #include <algorithm>
 
+namespace {
+
+/// Ends the press of an item once the system has taken the mouse for a move or resize. The release goes to
+/// the system: the item would stay pressed and take the next click, wherever that is.
+class PressGuard : public QObject
+{
+public:
+    explicit PressGuard(QQuickWindow& window) : QObject(&window), m_window(window)
+    {
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        const bool released = event->type() == QEvent::MouseButtonRelease;
+        if (!released && event->type() != QEvent::Leave && event->type() != QEvent::MouseButtonPress)
+            return false;
+        m_window.removeEventFilter(this);
+        deleteLater();
+        QQuickItem* pressed = m_window.mouseGrabberItem();
+        if (!released && pressed != nullptr)
+            pressed->ungrabMouse();
+        return false;
+    }
+
+private:
+    QQuickWindow& m_window;
+};
+
+void guardPress(QWindow* window)
+{
+    if (auto* quickWindow = qobject_cast<QQuickWindow*>(window))
+        new PressGuard(*quickWindow);
+}
+
+} // namespace
+
 bool ScreenToolsController::hasTouch() const
 {
     return !QTouchDevice::devices().isEmpty();
+}
+
+bool ScreenToolsController::canPlaceWindows() const
+{
+    return !platform::isWayland();
 }
 
 QString ScreenToolsController::fixedFontFamily() const
@@ -91,5 +135,17 @@ bool ScreenToolsController::startSystemResizeForWindow(QObject* windowObject, bo
         window->visibility() == QWindow::FullScreen)
         return false;
     const Qt::Edges edges = resizeEdges(left, top, right, bottom);
-    return edges != Qt::Edges() && platform::startSystemResize(*window, edges);
+    if (edges == Qt::Edges() || !platform::startSystemResize(*window, edges))
+        return false;
+    guardPress(window);
+    return true;
+}
+
+bool ScreenToolsController::startSystemMoveForWindow(QObject* windowObject)
+{
+    auto* window = qobject_cast<QWindow*>(windowObject);
+    if (window == nullptr || window->visibility() == QWindow::FullScreen || !window->startSystemMove())
+        return false;
+    guardPress(window);
+    return true;
 }

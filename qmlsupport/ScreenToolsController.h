@@ -19,6 +19,7 @@ class ScreenToolsController : public QQuickItem
     Q_PROPERTY(bool isWindows READ isWindows CONSTANT)
     Q_PROPERTY(bool isSerialAvailable READ isSerialAvailable CONSTANT)
     Q_PROPERTY(bool hasTouch READ hasTouch CONSTANT)
+    Q_PROPERTY(bool canPlaceWindows READ canPlaceWindows CONSTANT)
     Q_PROPERTY(QString iOSDevice READ iOSDevice CONSTANT)
     Q_PROPERTY(QString fixedFontFamily READ fixedFontFamily CONSTANT)
     Q_PROPERTY(QString normalFontFamily READ normalFontFamily CONSTANT)
@@ -36,6 +37,10 @@ public:
     bool isSerialAvailable() const { return true; }
     /// Whether at least one touch device is present.
     bool hasTouch() const;
+    /// Whether the program may set where its windows are: their position, and their place above others. False
+    /// under Wayland: the desktop decides both, a window has no known position, and only the system can move
+    /// it or resize it by its left and top edges.
+    bool canPlaceWindows() const;
     QString iOSDevice() const { return {}; }
     QString fixedFontFamily() const;
     QString normalFontFamily() const;
@@ -54,6 +59,11 @@ public:
     /// window, is maximised or full screen, no edge is given or the system refuses.
     Q_INVOKABLE bool startSystemResizeForWindow(QObject* windowObject, bool left, bool top, bool right,
                                                 bool bottom);
+    /// Starts the system's interactive move of \a windowObject. Call it while the mouse button that was
+    /// pressed in the window is down. False when it is no window, is full screen or the system has no such
+    /// move; true does not promise that it moves: a desktop may ignore the request, for example for a
+    /// maximised window.
+    Q_INVOKABLE bool startSystemMoveForWindow(QObject* windowObject);
 
     /// The border or corner that a set of edge flags asks for. Corners win over single edges and left
     /// over right, so contradicting flags still name one border.

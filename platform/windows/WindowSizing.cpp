@@ -17,4 +17,9 @@ bool startSystemResize(QWindow& window, Qt::Edges edges)
     return true;
 }
 
+bool isWayland()
+{
+    return false;
+}
+
 } // namespace platform

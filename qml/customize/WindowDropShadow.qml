@@ -47,7 +47,9 @@ Item {
                 readonly property bool _upright: modelData % 180 !== 0
                 readonly property real _length: (_upright ? _shape.height : _shape.width) - 2 * _root.radius
 
-                anchors.centerIn: parent
+                // Exactly in the middle: an anchor rounds to whole pixels, which leaves a gap at odd sizes.
+                x: (_shape.width - width) / 2
+                y: (_shape.height - height) / 2
                 width: Math.max(0, _length)
                 height: _root.radius
                 transform: [

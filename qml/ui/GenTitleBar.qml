@@ -54,6 +54,12 @@ Item {
         property bool restored: false
         property size maximizedSize: Qt.size(0, 0)
         property real pressRatio: 0
+        // For a move by the system: where the bar was pressed, and where the mouse was when the system was asked.
+        property point pressPlace: Qt.point(0, 0)
+        property point askedPlace: Qt.point(0, 0)
+        property bool asked: false
+        // After so long a drag, a desktop that restores maximised windows by itself has done so.
+        readonly property real ignoredDistance: 10 * Qt.styleHints.startDragDistance
 
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton
@@ -62,6 +68,8 @@ Item {
             isDoubleClicked = false
             restored = false
             pressRatio = mouse.x / width
+            asked = false
+            pressPlace = askedPlace = Qt.point(mouse.x, mouse.y)
             // Where the press was: when this runs the cursor may be elsewhere already.
             var cursor = mapToGlobal(mouse.x, mouse.y)
             pressCursor = Qt.point(cursor.x, cursor.y)
@@ -70,6 +78,10 @@ Item {
         onPositionChanged: {
             if (!pressed || isDoubleClicked || mainwindows.visibility === Window.FullScreen)
                 return
+            if (!ScreenTools.canPlaceWindows) {
+                _moveBySystem(Qt.point(mouse.x, mouse.y))
+                return
+            }
             if (mainwindows.visibility === Window.Maximized) {
                 maximizedSize = Qt.size(mainwindows.width, mainwindows.height)
                 mainwindows.showNormal()
@@ -91,6 +103,26 @@ Item {
             _titleBar.toggleMaximized()
         }
 
+        // The system moves the window and restores a maximised one under the cursor; no moves are reported from
+        // then on. While they are, the system has ignored the request.
+        function _moveBySystem(place) {
+            if (mainwindows.visibility === Window.Maximized && _distance(place, pressPlace) >= ignoredDistance) {
+                mainwindows.showNormal()
+                restored = true
+            }
+            // Once: a request sent late, for a move that waited in the queue, would name the press after this one.
+            // A restored window is asked for until it can be moved, which is some time after its size changed.
+            if ((asked && !restored) || _distance(place, askedPlace) < Qt.styleHints.startDragDistance)
+                return
+            asked = true
+            askedPlace = place
+            ScreenTools.startSystemMoveForWindow(mainwindows)
+        }
+
+        function _distance(a, b) {
+            return Math.max(Math.abs(a.x - b.x), Math.abs(a.y - b.y))
+        }
+
         // A window restored by the drag is smaller: keep the cursor over the same part of the bar.
         function _takeUnderCursor() {
             restored = false
@@ -104,7 +136,12 @@ Item {
 
         width: _titleBar.buttonW * _titleBar.wr
         height: width
-        anchors { top: parent.top; topMargin: 10; right: topmostBtn.left; rightMargin: 10 }
+        anchors {
+            top: parent.top
+            topMargin: 10
+            right: topmostBtn.visible ? topmostBtn.left : minBtn.left
+            rightMargin: 10
+        }
         picture: "qrc:/res/serching2.svg"
         name: tip
         tip: qsTr("Check update")
@@ -118,6 +155,7 @@ Item {
         width: _titleBar.buttonW * _titleBar.wr
         height: width
         anchors { top: parent.top; topMargin: 10; right: minBtn.left; rightMargin: 10 }
+        visible: ScreenTools.canPlaceWindows
         picture: mainwindows.alwaysOnTop ? "qrc:/basic/Pinned.svg" : "qrc:/basic/Unpin.svg"
         pictureScale: 0.88
         name: tip

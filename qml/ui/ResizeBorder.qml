@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.12
+import GenControl.ScreenTools 1.0
 
 import "../customize"
 
@@ -24,6 +25,7 @@ Item {
 
         ResizeHandle {
             targetWindow: _root.targetWindow
+            useSystemResize: !ScreenTools.canPlaceWindows
             resizeLeft: !!modelData.left
             resizeTop: !!modelData.top
             resizeRight: !!modelData.right

@@ -25,10 +25,13 @@ function load(settings) {
     }
 }
 
-function store(settings, geometry) {
+// placeKnown: whether x and y are a place on the screen. If not, the stored place stays.
+function store(settings, geometry, placeKnown) {
     settings.setValue("valid", true, group)
-    settings.setValue("x", Math.round(geometry.x), group)
-    settings.setValue("y", Math.round(geometry.y), group)
+    if (placeKnown) {
+        settings.setValue("x", Math.round(geometry.x), group)
+        settings.setValue("y", Math.round(geometry.y), group)
+    }
     settings.setValue("width", Math.round(geometry.width), group)
     settings.setValue("height", Math.round(geometry.height), group)
 }

@@ -72,12 +72,6 @@ Item {
             compare(_bar.isMaximized, false)
         }
 
-        function test_doubleClickMaximisesAndDoesNotMove() {
-            mouseDoubleClickSequence(_root, 100, 20)
-            compare(mainwindows.log, ["maximized"])
-            compare(mainwindows.x, 100)
-        }
-
         function test_dragMovesByTheCursorsOffset() {
             for (var row of [[Window.FullScreen, 100, 100], [Window.Windowed, 140, 130]]) {
                 mainwindows.visibility = row[0]

@@ -42,6 +42,7 @@ Item {
     property bool isDebug: ScreenToolsController.isDebug
     property bool isMac: ScreenToolsController.isMacOS
     property bool isLinux: ScreenToolsController.isLinux
+    readonly property bool canPlaceWindows: ScreenToolsController.canPlaceWindows
     property bool isSerialAvailable: ScreenToolsController.isSerialAvailable
 
     property bool isTinyScreen: Screen.width / realPixelDensity < 120
@@ -100,6 +101,10 @@ Item {
 
     function startSystemResizeForWindow(windowObject, left, top, right, bottom) {
         return ScreenToolsController.startSystemResizeForWindow(windowObject, left, top, right, bottom)
+    }
+
+    function startSystemMoveForWindow(windowObject) {
+        return ScreenToolsController.startSystemMoveForWindow(windowObject)
     }
 
     function printScreenStats() {

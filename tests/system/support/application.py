@@ -21,7 +21,7 @@ EXIT_TIMEOUT_S = 20
 # What no line of the program's console may look like.
 FAULT_PATTERN = re.compile(
     r"qrc:/|\.qml:\d+|file://\S+\.qml|QML\b.*:|binding loop|TypeError|ReferenceError|QObject::|QPainter::"
-    r"|ASSERT|Cannot (assign|read|open)|is not a type|Sanitizer|runtime error:", re.IGNORECASE)
+    r"|ASSERT|qt\.qpa|wayland|Cannot (assign|read|open)|is not a type|Sanitizer|runtime error:", re.IGNORECASE)
 
 
 class Home:
@@ -76,7 +76,7 @@ class Application(Managed):
         self._console = home.path / "console.txt"
 
     def environment(self):
-        return {**self.desktop.env, **self.home.environment(), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+        return {**self.desktop.program_env, **self.home.environment(), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                 **self._env}
 
     def start(self, wait_window=True):

@@ -63,13 +63,14 @@ class SystemTestCase(unittest.TestCase):
     """Tests that start programs of their own; each one cleans up after itself."""
 
     screen_size = (1920, 1080)
+    desktop_type = Desktop
 
     @classmethod
     def setUpClass(cls):
-        missing = missing_programs()
+        missing = missing_programs(cls.desktop_type.required_programs)
         if missing:
             raise unittest.SkipTest(f"not installed: {', '.join(missing)}")
-        cls.desktop = Desktop(cls.screen_size)
+        cls.desktop = cls.desktop_type(cls.screen_size)
         cls.addClassCleanup(cls.desktop.stop)
         cls.desktop.start()
 

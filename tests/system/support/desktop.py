@@ -17,9 +17,9 @@ HAND_STEP_S = 0.02
 HAND_CLICK_S = 0.05
 
 
-def missing_programs():
-    """The programs that a Desktop needs and that are not installed."""
-    return [name for name in REQUIRED_PROGRAMS if shutil.which(name) is None]
+def missing_programs(names=REQUIRED_PROGRAMS):
+    """Those of the programs that are not installed; by default, of what a Desktop needs."""
+    return [name for name in names if shutil.which(name) is None]
 
 
 def stop_process(process):
@@ -52,6 +52,8 @@ class Managed:
 class Desktop(Managed):
     """Xvfb, openbox and a session bus."""
 
+    required_programs = REQUIRED_PROGRAMS
+
     def __init__(self, size=(1920, 1080)):
         self.size = size
         self.env = dict(os.environ)
@@ -62,18 +64,26 @@ class Desktop(Managed):
         number = self._start_reporting(["Xvfb", "-displayfd", "{fd}", "-nolisten", "tcp", "-noreset",
                                         "-screen", "0", f"{self.size[0]}x{self.size[1]}x24"])
         self.env["DISPLAY"] = f":{number}"
-        self.env.pop("WAYLAND_DISPLAY", None)
-        self.env.pop("XAUTHORITY", None)
+        for name in ("WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XAUTHORITY"):
+            self.env.pop(name, None)
         self.env["LIBGL_ALWAYS_SOFTWARE"] = "1"
         self.env["DBUS_SESSION_BUS_ADDRESS"] = self._start_reporting(
             ["dbus-daemon", "--session", "--nofork", "--nosyslog", "--print-address={fd}"])
         self.accessibility = AccessibilityBus(self.env["DBUS_SESSION_BUS_ADDRESS"])
+        self._start_window_manager()
+
+    def _start_window_manager(self):
         self._spawn(["openbox", "--sm-disable"])
         wait_for(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                  "the window manager runs")
 
-    def _spawn(self, command, **options):
-        process = subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL,
+    @property
+    def program_env(self):
+        """The environment of a program that shows windows on this desktop."""
+        return self.env
+
+    def _spawn(self, command, env=None, **options):
+        process = subprocess.Popen(command, env=env or self.env, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
         self._processes.append(process)
         return process
