@@ -1,42 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
+.import "DialColors.js" as Colors
 .import "GaugeScale.js" as Scale
 
 // Paints what never moves on the needle gauge. dial is the result of GaugeScale.geometry().
-
-// Shades of the painted dial: [place of a gradient's stop, colour]. The panel's go from its edge inwards.
-var rimShades = [[0, "#4A5A66"], [0.08, "#2C3843"], [0.55, "#18212A"], [1, "#0A0F14"]]
-var frameShades = [[0, "#26313B"], [0.5, "#151D25"], [1, "#1E2831"]]
-var lipShades = [[0, "#04070A"], [0.6, "#0B1116"], [1, "#35434F"]]
-var faceShades = [[0, "#18222B"], [0.42, "#101820"], [1, "#070B10"]]
-var backlightShades = [[0, "rgba(64, 136, 164, 0.22)"], [0.5, "rgba(56, 120, 146, 0.15)"],
-                       [0.75, "rgba(48, 106, 130, 0.08)"], [1, "rgba(40, 90, 110, 0)"]]
-var sheenShades = [[0, "rgba(226, 244, 255, 0.085)"], [0.45, "rgba(226, 244, 255, 0.032)"], [1, "rgba(226, 244, 255, 0)"]]
-var bossShades = [[0, _shadow(0.75)], [0.6, _shadow(0.38)], [1, _shadow(0)]]
-var labelColor = "#EEF5F7"
-var grooveColor = "rgba(2, 5, 8, 0.42)"
-var grooveFloorColor = "rgba(30, 46, 58, 0.28)"
-var grooveLipColor = "rgba(150, 190, 208, 0.22)"
-var arcColor = "rgba(214, 228, 236, 0.55)"
-var glowOuterColor = "rgba(45, 190, 230, 0.13)"
-var glowInnerColor = "rgba(51, 176, 232, 0.24)"
-var glowBandShades = [[0, "rgba(28, 122, 214, 0.72)"], [0.45, "rgba(45, 190, 240, 0.86)"], [1, "rgba(122, 244, 255, 0.96)"]]
-var glowCoreColor = "rgba(220, 255, 255, 0.44)"
-var glowDotShades = [[0, "rgba(240, 255, 255, 0.95)"], [0.16, "rgba(170, 246, 255, 0.82)"],
-                     [0.42, "rgba(70, 200, 240, 0.34)"], [1, "rgba(45, 190, 230, 0)"]]
-
-function _shadow(opacity) {
-    return "rgba(0, 0, 0, " + opacity + ")"
-}
 
 function paintFace(context, dial) {
     var corner = 26 * dial.unit
     var bezel = 7 * dial.unit
     _paintShadow(context, dial, corner)
-    _fillPanel(context, dial, 0, corner, rimShades)
-    _fillPanel(context, dial, 1.2, corner, frameShades)
-    _fillPanel(context, dial, bezel - 1.6, corner, lipShades)
-    _fillPanel(context, dial, bezel, corner, faceShades)
+    _fillPanel(context, dial, 0, corner, Colors.rimShades)
+    _fillPanel(context, dial, 1.2, corner, Colors.frameShades)
+    _fillPanel(context, dial, bezel - 1.6, corner, Colors.lipShades)
+    _fillPanel(context, dial, bezel, corner, Colors.faceShades)
     context.save()
     _roundedPath(context, dial, bezel, corner)
     context.clip()
@@ -50,7 +26,7 @@ function paintFace(context, dial) {
 }
 
 function paintLabels(context, dial, displayRangeMax, fontFamily) {
-    context.fillStyle = labelColor
+    context.fillStyle = Colors.labelColor
     context.textAlign = "center"
     context.textBaseline = "middle"
     context.font = Math.max(1, Math.round(18 * dial.unit)) + 'px "' + fontFamily + '"'
@@ -68,8 +44,8 @@ function paintLabels(context, dial, displayRangeMax, fontFamily) {
 function paintGlow(context, dial) {
     var radius = dial.radius - 12 * dial.unit
     var gradient = context.createLinearGradient(dial.centerX - radius, 0, dial.centerX + radius, 0)
-    _addStops(gradient, glowBandShades)
-    var strokes = [[30, glowOuterColor], [21, glowInnerColor], [12, gradient], [2.4, glowCoreColor]]
+    _addStops(gradient, Colors.glowBandShades)
+    var strokes = [[30, Colors.glowOuterColor], [21, Colors.glowInnerColor], [12, gradient], [2.4, Colors.glowCoreColor]]
     context.lineCap = "butt"
     for (var i = 0; i < strokes.length; ++i)
         _strokeArc(context, dial, radius, strokes[i][0] * dial.unit, strokes[i][1])
@@ -79,7 +55,7 @@ function paintGlow(context, dial) {
 function paintGlowDot(context, side) {
     var center = side / 2
     var gradient = context.createRadialGradient(center, center, 0, center, center, center)
-    context.fillStyle = _addStops(gradient, glowDotShades)
+    context.fillStyle = _addStops(gradient, Colors.glowDotShades)
     context.fillRect(0, 0, side, side)
 }
 
@@ -107,7 +83,7 @@ function _paintShadow(context, dial, corner) {
     context.lineWidth = 1.4
     for (var i = 1; i <= rings; ++i) {
         _roundedPath(context, dial, -i * 0.7, corner)
-        context.strokeStyle = _shadow(0.3 * (1 - i / (rings + 1)))
+        context.strokeStyle = Colors.shadow(0.3 * (1 - i / (rings + 1)))
         context.stroke()
     }
 }
@@ -116,7 +92,7 @@ function _paintShadow(context, dial, corner) {
 function _paintBacklight(context, dial) {
     var glow = context.createRadialGradient(dial.centerX, dial.centerY, 0, dial.centerX, dial.centerY,
                                             dial.radius * 1.5)
-    context.fillStyle = _addStops(glow, backlightShades)
+    context.fillStyle = _addStops(glow, Colors.backlightShades)
     context.fillRect(dial.x, dial.y, dial.width, dial.height)
 }
 
@@ -129,7 +105,7 @@ function _paintInnerShadow(context, dial, bezel) {
     for (var i = 0; i < edges.length; ++i) {
         var edge = edges[i]
         var shade = context.createLinearGradient(edge[0], edge[1], edge[2], edge[3])
-        context.fillStyle = _addStops(shade, [[0, _shadow(edge[4])], [0.35, _shadow(edge[4] * 0.34)], [1, _shadow(0)]])
+        context.fillStyle = _addStops(shade, [[0, Colors.shadow(edge[4])], [0.35, Colors.shadow(edge[4] * 0.34)], [1, Colors.shadow(0)]])
         context.fillRect(dial.x, dial.y, dial.width, dial.height)
     }
 }
@@ -137,7 +113,7 @@ function _paintInnerShadow(context, dial, bezel) {
 // Light from above in the glass: strongest at the upper edge, gone before the readout.
 function _paintSheen(context, dial, bezel) {
     var sheen = context.createLinearGradient(0, dial.y + bezel, 0, dial.y + dial.height * 0.5)
-    context.fillStyle = _addStops(sheen, sheenShades)
+    context.fillStyle = _addStops(sheen, Colors.sheenShades)
     context.fillRect(dial.x, dial.y, dial.width, dial.height * 0.5)
 }
 
@@ -153,10 +129,10 @@ function _strokeArc(context, dial, radius, width, style) {
 function _paintGroove(context, dial) {
     var unit = dial.unit
     context.lineCap = "butt"
-    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, grooveColor)
-    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, grooveFloorColor)
-    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, grooveLipColor)
-    _strokeArc(context, dial, dial.radius, 1.2, arcColor)
+    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, Colors.grooveColor)
+    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, Colors.grooveFloorColor)
+    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, Colors.grooveLipColor)
+    _strokeArc(context, dial, dial.radius, 1.2, Colors.arcColor)
 }
 
 function _paintTicks(context, dial) {
@@ -182,6 +158,6 @@ function _paintBoss(context, dial) {
                                               dial.centerY, radius)
     context.beginPath()
     context.arc(dial.centerX, dial.centerY, radius, 0, 2 * Math.PI)
-    context.fillStyle = _addStops(recess, bossShades)
+    context.fillStyle = _addStops(recess, Colors.bossShades)
     context.fill()
 }

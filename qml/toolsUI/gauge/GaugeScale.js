@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
+.import "DialColors.js" as Colors
 .import "../../customize/Format.js" as Format
 
 // The scale of the needle gauge: ranges, geometry, ticks and labels. Currents in amperes, lengths in
@@ -19,9 +20,6 @@ var largestRange = 8
 var startAngle = 1.09 * Math.PI
 var endAngle = 1.91 * Math.PI
 var tickCount = 101
-var labelTickColor = "#E5EEF3"
-var oddLabelTickColor = "#FF3242"
-var tickColor = "rgba(210, 222, 228, 0.72)"
 
 // Lengths given in pixels hold from this dial height on; a smaller dial shrinks them in proportion, so
 // that its labels stay inside the panel.
@@ -108,10 +106,10 @@ function fittedGeometry(width, height) {
 // Tick i of 0..100: its ends as distances from the arc (outwards positive), colour and line width.
 function tick(i) {
     if (i % 10 === 0)
-        return { outer: 4, inner: -20, color: i % 20 === 10 ? oddLabelTickColor : labelTickColor, width: 2.2 }
+        return { outer: 4, inner: -20, color: i % 20 === 10 ? Colors.oddLabelTickColor : Colors.labelTickColor, width: 2.2 }
     if (i % 5 === 0)
-        return { outer: 3, inner: -17, color: tickColor, width: 1.5 }
-    return { outer: 0, inner: -11, color: tickColor, width: 1 }
+        return { outer: 3, inner: -17, color: Colors.tickColor, width: 1.5 }
+    return { outer: 0, inner: -11, color: Colors.tickColor, width: 1 }
 }
 
 // Label at a ratio of the scale: milliamperes up to 300 mA, else amperes without superfluous decimals.

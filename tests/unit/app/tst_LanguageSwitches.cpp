@@ -144,7 +144,7 @@ private Q_SLOTS:
         constexpr int cReadingsOfARow = 5;
         for (const char* reading : {"100", "220", "470"})
             m_instrument.read(2, QLatin1String(reading), cReadingsOfARow);
-        QQuickItem* table = itemWith(page, "oddRowColor");
+        QQuickItem* table = itemWith(page, "listView");
         QVERIFY(table);
         table->setProperty("currentIndex", 1);
 
