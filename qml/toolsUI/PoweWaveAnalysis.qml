@@ -7,6 +7,7 @@ import GenToolbox 1.0
 
 import "../customize"
 import "../customize/Format.js" as Format
+import "common"
 import "wave"
 import "wave/WaveView.js" as WaveView
 

@@ -101,7 +101,7 @@ Rectangle {
 
                 width: parent.width
                 height: childrenRect.height
-                visible: children.length > 0
+                visible: _root.content.length > 0
             }
             Column {
                 width: parent.width

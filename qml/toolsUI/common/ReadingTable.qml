@@ -15,7 +15,7 @@ Rectangle {
     property var columns: []
     property alias model: _list.model
     property alias currentIndex: _list.currentIndex
-    property alias listView: _list
+    readonly property ListView listView: _list
     /// Whether rows can be selected and offer actions.
     property bool interactive: false
     /// Opacity of the window's background, 0 to 1; the fills are multiplied with it.

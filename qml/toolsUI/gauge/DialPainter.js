@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
-.import "DialColors.js" as Colors
+.import "DialShades.js" as Shades
 .import "GaugeScale.js" as Scale
 
 // Paints what never moves on the needle gauge. dial is the result of GaugeScale.geometry().
@@ -9,10 +9,10 @@ function paintFace(context, dial) {
     var corner = 26 * dial.unit
     var bezel = 7 * dial.unit
     _paintShadow(context, dial, corner)
-    _fillPanel(context, dial, 0, corner, Colors.rimShades)
-    _fillPanel(context, dial, 1.2, corner, Colors.frameShades)
-    _fillPanel(context, dial, bezel - 1.6, corner, Colors.lipShades)
-    _fillPanel(context, dial, bezel, corner, Colors.faceShades)
+    _fillPanel(context, dial, 0, corner, Shades.rimShades)
+    _fillPanel(context, dial, 1.2, corner, Shades.frameShades)
+    _fillPanel(context, dial, bezel - 1.6, corner, Shades.lipShades)
+    _fillPanel(context, dial, bezel, corner, Shades.faceShades)
     context.save()
     _roundedPath(context, dial, bezel, corner)
     context.clip()
@@ -26,7 +26,7 @@ function paintFace(context, dial) {
 }
 
 function paintLabels(context, dial, displayRangeMax, fontFamily) {
-    context.fillStyle = Colors.labelColor
+    context.fillStyle = Shades.labelColor
     context.textAlign = "center"
     context.textBaseline = "middle"
     context.font = Math.max(1, Math.round(18 * dial.unit)) + 'px "' + fontFamily + '"'
@@ -44,8 +44,8 @@ function paintLabels(context, dial, displayRangeMax, fontFamily) {
 function paintGlow(context, dial) {
     var radius = dial.radius - 12 * dial.unit
     var gradient = context.createLinearGradient(dial.centerX - radius, 0, dial.centerX + radius, 0)
-    _addStops(gradient, Colors.glowBandShades)
-    var strokes = [[30, Colors.glowOuterColor], [21, Colors.glowInnerColor], [12, gradient], [2.4, Colors.glowCoreColor]]
+    _addStops(gradient, Shades.glowBandShades)
+    var strokes = [[30, Shades.glowOuterColor], [21, Shades.glowInnerColor], [12, gradient], [2.4, Shades.glowCoreColor]]
     context.lineCap = "butt"
     for (var i = 0; i < strokes.length; ++i)
         _strokeArc(context, dial, radius, strokes[i][0] * dial.unit, strokes[i][1])
@@ -55,7 +55,7 @@ function paintGlow(context, dial) {
 function paintGlowDot(context, side) {
     var center = side / 2
     var gradient = context.createRadialGradient(center, center, 0, center, center, center)
-    context.fillStyle = _addStops(gradient, Colors.glowDotShades)
+    context.fillStyle = _addStops(gradient, Shades.glowDotShades)
     context.fillRect(0, 0, side, side)
 }
 
@@ -83,7 +83,7 @@ function _paintShadow(context, dial, corner) {
     context.lineWidth = 1.4
     for (var i = 1; i <= rings; ++i) {
         _roundedPath(context, dial, -i * 0.7, corner)
-        context.strokeStyle = Colors.shadow(0.3 * (1 - i / (rings + 1)))
+        context.strokeStyle = Shades.shadow(0.3 * (1 - i / (rings + 1)))
         context.stroke()
     }
 }
@@ -92,7 +92,7 @@ function _paintShadow(context, dial, corner) {
 function _paintBacklight(context, dial) {
     var glow = context.createRadialGradient(dial.centerX, dial.centerY, 0, dial.centerX, dial.centerY,
                                             dial.radius * 1.5)
-    context.fillStyle = _addStops(glow, Colors.backlightShades)
+    context.fillStyle = _addStops(glow, Shades.backlightShades)
     context.fillRect(dial.x, dial.y, dial.width, dial.height)
 }
 
@@ -105,7 +105,7 @@ function _paintInnerShadow(context, dial, bezel) {
     for (var i = 0; i < edges.length; ++i) {
         var edge = edges[i]
         var shade = context.createLinearGradient(edge[0], edge[1], edge[2], edge[3])
-        context.fillStyle = _addStops(shade, [[0, Colors.shadow(edge[4])], [0.35, Colors.shadow(edge[4] * 0.34)], [1, Colors.shadow(0)]])
+        context.fillStyle = _addStops(shade, [[0, Shades.shadow(edge[4])], [0.35, Shades.shadow(edge[4] * 0.34)], [1, Shades.shadow(0)]])
         context.fillRect(dial.x, dial.y, dial.width, dial.height)
     }
 }
@@ -113,7 +113,7 @@ function _paintInnerShadow(context, dial, bezel) {
 // Light from above in the glass: strongest at the upper edge, gone before the readout.
 function _paintSheen(context, dial, bezel) {
     var sheen = context.createLinearGradient(0, dial.y + bezel, 0, dial.y + dial.height * 0.5)
-    context.fillStyle = _addStops(sheen, Colors.sheenShades)
+    context.fillStyle = _addStops(sheen, Shades.sheenShades)
     context.fillRect(dial.x, dial.y, dial.width, dial.height * 0.5)
 }
 
@@ -129,10 +129,10 @@ function _strokeArc(context, dial, radius, width, style) {
 function _paintGroove(context, dial) {
     var unit = dial.unit
     context.lineCap = "butt"
-    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, Colors.grooveColor)
-    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, Colors.grooveFloorColor)
-    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, Colors.grooveLipColor)
-    _strokeArc(context, dial, dial.radius, 1.2, Colors.arcColor)
+    _strokeArc(context, dial, dial.radius - 12 * unit, 32 * unit, Shades.grooveColor)
+    _strokeArc(context, dial, dial.radius - 12 * unit, 29 * unit, Shades.grooveFloorColor)
+    _strokeArc(context, dial, dial.radius - 28.5 * unit, 1, Shades.grooveLipColor)
+    _strokeArc(context, dial, dial.radius, 1.2, Shades.arcColor)
 }
 
 function _paintTicks(context, dial) {
@@ -158,6 +158,6 @@ function _paintBoss(context, dial) {
                                               dial.centerY, radius)
     context.beginPath()
     context.arc(dial.centerX, dial.centerY, radius, 0, 2 * Math.PI)
-    context.fillStyle = _addStops(recess, Colors.bossShades)
+    context.fillStyle = _addStops(recess, Shades.bossShades)
     context.fill()
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
-.import "DialColors.js" as Colors
 .import "../../customize/Format.js" as Format
+.import "DialShades.js" as Shades
 
 // The scale of the needle gauge: ranges, geometry, ticks and labels. Currents in amperes, lengths in
 // device-independent pixels, angles in radians as a screen counts them: 0 to the right, clockwise.
@@ -106,10 +106,10 @@ function fittedGeometry(width, height) {
 // Tick i of 0..100: its ends as distances from the arc (outwards positive), colour and line width.
 function tick(i) {
     if (i % 10 === 0)
-        return { outer: 4, inner: -20, color: i % 20 === 10 ? Colors.oddLabelTickColor : Colors.labelTickColor, width: 2.2 }
+        return { outer: 4, inner: -20, color: i % 20 === 10 ? Shades.oddLabelTickColor : Shades.labelTickColor, width: 2.2 }
     if (i % 5 === 0)
-        return { outer: 3, inner: -17, color: Colors.tickColor, width: 1.5 }
-    return { outer: 0, inner: -11, color: Colors.tickColor, width: 1 }
+        return { outer: 3, inner: -17, color: Shades.tickColor, width: 1.5 }
+    return { outer: 0, inner: -11, color: Shades.tickColor, width: 1 }
 }
 
 // Label at a ratio of the scale: milliamperes up to 300 mA, else amperes without superfluous decimals.

@@ -3,6 +3,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 
 import "../../customize"
+import "../../customize/EnterKey.js" as EnterKey
 import "../../customize/Format.js" as Format
 
 /// Switches the instrument to one function: the number of the function before its name.
@@ -31,8 +32,7 @@ RadioButton {
 
     Accessible.name: text
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
+    Keys.onPressed: EnterKey.activate(event, clicked)
     onToggled: checked = Qt.binding(function() { return active })
 
     indicator: null

@@ -5,6 +5,7 @@ import QtQuick.Window 2.15
 import GenControl 1.0
 
 import "../../customize"
+import "../../customize/EnterKey.js" as EnterKey
 
 /// The actions of a table row: a single item. Give it the focus when it is shown. A press beside it, anywhere in the
 /// window, dismisses it and does nothing else.
@@ -65,8 +66,7 @@ FocusScope {
         Accessible.role: Accessible.MenuItem
         Accessible.name: text
 
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
+        Keys.onPressed: EnterKey.activate(event, clicked)
         onClicked: _root.triggered()
 
         background: Rectangle {

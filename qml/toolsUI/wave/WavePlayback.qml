@@ -2,6 +2,7 @@
 import QtQuick 2.15
 
 import "../../customize/Format.js" as Format
+import "../common"
 import "WaveView.js" as WaveView
 
 /// Base of the wave page: moves the view over the recording, live or paused, and reads out its samples. The page draws
@@ -33,8 +34,8 @@ WaveRecording {
     property alias _dragStartViewIndex: _drag.startIndex
     property alias _lastDragViewIndex: _drag.lastIndex
 
-    readonly property alias axes: _axes
-    readonly property alias cursor: _cursor
+    readonly property WaveAxes axes: _axes
+    readonly property WaveCursor cursor: _cursor
     /// Plot of the main chart, in the chart's pixels.
     property rect plotArea: Qt.rect(0, 0, 0, 0)
 

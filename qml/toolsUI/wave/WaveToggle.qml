@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick 2.15
-import QtQuick.Controls 2.15
 import GenControl.ScreenTools 1.0
 
 import "../../customize"
 import "../../customize/Format.js" as Format
 
 /// Hides and shows the page's controls.
-AbstractButton {
+FlatButton {
     id: _toggle
 
     /// Whether the controls are hidden now.
@@ -18,28 +17,12 @@ AbstractButton {
     objectName: "waveToggle"
     implicitWidth: ScreenTools.defaultFontPixelWidth * 8
     text: collapsed ? qsTranslate("PoweWaveAnalysis", "Show") : qsTranslate("PoweWaveAnalysis", "Hide")
-    focusPolicy: Qt.StrongFocus
+    fill: Format.withAlpha(hovered || down ? PageStyle.rangePanelTop : PageStyle.card, backgroundOpacity)
+    frame: Format.withAlpha(hovered ? PageStyle.accentCyan : PageStyle.cardBorder, backgroundOpacity)
+    ringGap: 0
 
     Accessible.name: text
 
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-
-    background: Rectangle {
-        id: _background
-
-        radius: 6
-        color: Format.withAlpha(_toggle.hovered || _toggle.down ? PageStyle.rangePanelTop : PageStyle.card,
-                                _toggle.backgroundOpacity)
-        border.width: 1
-        border.color: Format.withAlpha(_toggle.hovered ? PageStyle.accentCyan : PageStyle.cardBorder,
-                                       _toggle.backgroundOpacity)
-
-        FocusRing {
-            radius: _background.radius
-            shown: _toggle.visualFocus
-        }
-    }
     contentItem: Item {
         Column {
             anchors.centerIn: parent

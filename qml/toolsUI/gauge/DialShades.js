@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 .pragma library
 
-// The colours of the painted dial, as a canvas takes them.
+// Colours of the painted dial. A gradient is a list of [place, colour]; those of the panel go from its edge inwards.
 
-var labelTickColor = "#E5EEF3"
-var oddLabelTickColor = "#FF3242"
-var tickColor = "rgba(210, 222, 228, 0.72)"
-
-// Shades of the painted dial: [place of a gradient's stop, colour]. The panel's go from its edge inwards.
 var rimShades = [[0, "#4A5A66"], [0.08, "#2C3843"], [0.55, "#18212A"], [1, "#0A0F14"]]
 var frameShades = [[0, "#26313B"], [0.5, "#151D25"], [1, "#1E2831"]]
 var lipShades = [[0, "#04070A"], [0.6, "#0B1116"], [1, "#35434F"]]
@@ -27,6 +22,9 @@ var glowBandShades = [[0, "rgba(28, 122, 214, 0.72)"], [0.45, "rgba(45, 190, 240
 var glowCoreColor = "rgba(220, 255, 255, 0.44)"
 var glowDotShades = [[0, "rgba(240, 255, 255, 0.95)"], [0.16, "rgba(170, 246, 255, 0.82)"],
                      [0.42, "rgba(70, 200, 240, 0.34)"], [1, "rgba(45, 190, 230, 0)"]]
+var labelTickColor = "#E5EEF3"
+var oddLabelTickColor = "#FF3242"
+var tickColor = "rgba(210, 222, 228, 0.72)"
 
 function shadow(opacity) {
     return "rgba(0, 0, 0, " + opacity + ")"
