@@ -64,9 +64,8 @@ void chooseSceneGraphBackend()
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
-/// Under Wayland, Qt's drawing thread and its GUI thread disagree: a window that is closed or maximised while
-/// a frame is drawn ends the program, by a crash or as a violation of the protocol. One thread does both
-/// there.
+/// Under Wayland, Qt destroys the surface of a closed window on the GUI thread, also while its drawing thread
+/// presents a frame, which then crashes. One thread does both there.
 void chooseRenderLoop()
 {
     constexpr char cRenderLoop[] = "QSG_RENDER_LOOP";

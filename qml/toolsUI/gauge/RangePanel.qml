@@ -26,7 +26,8 @@ Rectangle {
 
     signal selected(int index)
 
-    implicitHeight: _row.implicitHeight + 16
+    // Not the row's: its implicit height may change while a parent's layout sets the width.
+    implicitHeight: (_buttons.count > 0 ? _buttons.itemAt(0).implicitHeight : 0) + 16
     radius: 10
     border.width: 1
     border.color: PageStyle.panelBorder
@@ -52,6 +53,8 @@ Rectangle {
         }
 
         Repeater {
+            id: _buttons
+
             model: _root.options.length
 
             PillButton {
