@@ -27,13 +27,21 @@ Rectangle {
     signal selected(int index)
 
     // Not the row's: its implicit height may change while a parent's layout sets the width.
-    implicitHeight: (_buttons.count > 0 ? _buttons.itemAt(0).implicitHeight : 0) + 16
+    implicitHeight: _sample.implicitHeight + 16
     radius: 10
     border.width: 1
     border.color: PageStyle.panelBorder
     gradient: Gradient {
         GradientStop { position: 0; color: Format.withAlpha(PageStyle.rangePanelTop, _root.backgroundOpacity) }
         GradientStop { position: 1; color: Format.withAlpha(PageStyle.deepPanel, _root.backgroundOpacity) }
+    }
+
+    // As high as the buttons, which are the highest of the row.
+    PillButton {
+        id: _sample
+
+        visible: false
+        text: "0"
     }
 
     RowLayout {
@@ -53,8 +61,6 @@ Rectangle {
         }
 
         Repeater {
-            id: _buttons
-
             model: _root.options.length
 
             PillButton {
