@@ -180,7 +180,7 @@ BootModeWatch::Finding BootModeWatch::look(Asker asker)
     finding.certain = query.answered;
     if (!query.found)
         return finding;
-    const QMutexLocker lock(&m_controller);
+    const std::lock_guard<std::mutex> lock(m_controller);
     finding.asked = asker == Asker::ClaimOwner || !m_claimed;
     finding.fel = finding.asked && askController();
     return finding;

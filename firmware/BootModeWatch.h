@@ -5,7 +5,6 @@
 #include "platform/UsbInventory.h"
 #include "storage/DebugLog.h"
 
-#include <QMutex>
 #include <QObject>
 #include <QThreadPool>
 #include <QTimer>
@@ -13,6 +12,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 
 /// What the watch asks of the operating system.
 struct BootModeServices
@@ -111,7 +111,7 @@ private:
     /// Whether a Claim exists; read by the thread of the checks, with m_controller locked.
     std::atomic_bool m_claimed{false};
     /// Locked while a flash tool asks the controller.
-    QMutex m_controller;
+    std::mutex m_controller;
 
     bool m_usbConnected = false;
     bool m_felReady = false;

@@ -5,8 +5,8 @@
 #include "storage/TimeText.h"
 
 #include <QFile>
-#include <QMutex>
 
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -20,7 +20,7 @@ struct Entry
 
 /// Guards every log file from opening to closing, and what follows. Windows has no append mode of its own, so
 /// two writers would find the same end of the file.
-QBasicMutex appending;
+std::mutex appending;
 int pauses = 0;
 std::vector<Entry> waiting;
 
@@ -45,13 +45,13 @@ void write(const Entry& entry)
 
 DailyLog::Pause::Pause()
 {
-    const QMutexLocker lock(&appending);
+    const std::lock_guard<std::mutex> lock(appending);
     ++pauses;
 }
 
 DailyLog::Pause::~Pause()
 {
-    const QMutexLocker lock(&appending);
+    const std::lock_guard<std::mutex> lock(appending);
     if (--pauses > 0)
         return;
     for (const Entry& entry : waiting)
@@ -80,7 +80,7 @@ void DailyLog::appendLine(const QString& line, const QDateTime& now) const
 {
     const QString text = withoutLineEnd(line) + QLatin1Char('\n');
     Entry entry{filePath(now), m_encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit()};
-    const QMutexLocker lock(&appending);
+    const std::lock_guard<std::mutex> lock(appending);
     if (pauses > 0)
         waiting.push_back(std::move(entry));
     else

@@ -64,7 +64,7 @@ SettingsFile::~SettingsFile() = default;
 
 QVariant SettingsFile::value(const QString& group, const QString& key, const QVariant& defaultValue) const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_settings)
         return defaultValue;
     refresh();
@@ -75,7 +75,7 @@ QVariant SettingsFile::value(const QString& group, const QString& key, const QVa
 
 void SettingsFile::setValue(const QString& group, const QString& key, const QVariant& value)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_settings)
         return;
     m_settings->sync();
@@ -93,7 +93,7 @@ void SettingsFile::setValue(const QString& group, const QString& key, const QVar
 
 void SettingsFile::setFailureHandler(std::function<void(const QString&)> handler)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_failureHandler = std::move(handler);
     if (m_failureHandler && !m_failedPath.isEmpty())
         std::exchange(m_failureHandler, {})(m_failedPath);

@@ -4,13 +4,13 @@
 #include "storage/SettingsTable.h"
 
 #include <QHash>
-#include <QMutex>
 #include <QString>
 #include <QVariant>
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <type_traits>
 
 class QSettings;
@@ -69,7 +69,7 @@ private:
     void fail(const QString& path, const QString& reason);
 
     /// Guards all members below.
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     /// Empty when the folder could not be created.
     QString m_path;
     /// Null when the folder could not be created.

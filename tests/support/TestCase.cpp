@@ -3,17 +3,17 @@
 
 #include <QDir>
 #include <QLocale>
-#include <QMutex>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
+#include <mutex>
 #include <vector>
 
 namespace {
 
 /// Guards what follows: warnings come from any thread.
-QMutex warningMutex;
+std::mutex warningMutex;
 std::vector<QRegularExpression> expectedWarnings;
 QStringList unexpectedWarnings;
 QtMessageHandler nextHandler = nullptr;
@@ -21,7 +21,7 @@ QtMessageHandler nextHandler = nullptr;
 void watchWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (type == QtWarningMsg || type == QtCriticalMsg) {
-        const QMutexLocker lock(&warningMutex);
+        const std::lock_guard<std::mutex> lock(warningMutex);
         const bool expected = std::any_of(
             expectedWarnings.cbegin(), expectedWarnings.cend(),
             [&message](const QRegularExpression& pattern) { return pattern.match(message).hasMatch(); });
@@ -35,13 +35,13 @@ void watchWarnings(QtMsgType type, const QMessageLogContext& context, const QStr
 
 void TestCase::expectWarning(const QString& pattern)
 {
-    const QMutexLocker lock(&warningMutex);
+    const std::lock_guard<std::mutex> lock(warningMutex);
     expectedWarnings.emplace_back(pattern);
 }
 
 void TestCase::init()
 {
-    const QMutexLocker lock(&warningMutex);
+    const std::lock_guard<std::mutex> lock(warningMutex);
     expectedWarnings.clear();
     unexpectedWarnings.clear();
     nextHandler = qInstallMessageHandler(watchWarnings);
@@ -50,7 +50,7 @@ void TestCase::init()
 void TestCase::cleanup()
 {
     qInstallMessageHandler(nextHandler);
-    const QMutexLocker lock(&warningMutex);
+    const std::lock_guard<std::mutex> lock(warningMutex);
     QVERIFY2(unexpectedWarnings.isEmpty(), qPrintable(unexpectedWarnings.join(QLatin1Char('\n'))));
 }
 
