@@ -139,7 +139,7 @@ void GenApplication::registerQmlTypes()
                                                     "ScreenToolsController", provide<ScreenToolsController>);
     qmlRegisterSingletonType<CUpgradeControl>("CUpgradeControl", 1, 0, "CUpgradeControl",
                                               provideUpgradeControl);
-    qmlRegisterUncreatableMetaObject(PacketCodec::staticMetaObject, "Instrument", 1, 0, "Instrument",
+    qmlRegisterUncreatableMetaObject(protocol::staticMetaObject, "Instrument", 1, 0, "Instrument",
                                      QStringLiteral("Enumerations only"));
     qmlRegisterUncreatableType<MultimeterReading>("Instrument", 1, 0, "MultimeterReading",
                                                   QStringLiteral("Enumerations only"));

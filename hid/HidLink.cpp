@@ -67,7 +67,7 @@ void HidLink::onPacketReceived(const InstrumentPacket& packet)
 {
     if (m_supervisor.port().isOpen())
         handleIncomingPacket(packet.bytes);
-    else if (PacketCodec::packetType(packet.bytes) == static_cast<int>(PacketCodec::Type::DeviceLog))
+    else if (protocol::packetType(packet.bytes) == static_cast<int>(protocol::Type::DeviceLog))
         // The live values are about to be emptied, but the instrument's own messages are always kept.
         handleDeviceLogPacket(packet.bytes);
 }

@@ -126,10 +126,10 @@ public:
 
     /// Asks the instrument to show a screen, or sends any other UI-control packet; each number keeps its
     /// low 8 bits, 255 means not given. Opens a device when none is open. True when it was sent.
-    Q_INVOKABLE bool sendUiControlPacket(int layer0, int layer1 = PacketCodec::cLayerNotGiven,
-                                         int layer2 = PacketCodec::cLayerNotGiven,
-                                         int layer3 = PacketCodec::cLayerNotGiven,
-                                         int direction = PacketCodec::HostRequest);
+    Q_INVOKABLE bool sendUiControlPacket(int layer0, int layer1 = protocol::cLayerNotGiven,
+                                         int layer2 = protocol::cLayerNotGiven,
+                                         int layer3 = protocol::cLayerNotGiven,
+                                         int direction = protocol::HostRequest);
     /// Uploads the values of one curve, at most 3570 (more is refused with errorOccurred); an entry
     /// that is not a number counts as 0. Opens a device when none is open. False when a packet could not be
     /// sent: the ones before it stay sent.
@@ -215,8 +215,8 @@ private:
     const std::shared_ptr<SettingsFile> m_settings;
     std::function<qint64()> m_clock;
     bool m_connected = false;
-    PacketCodec::DeviceInfo m_deviceInfo;
-    PacketCodec::Measurement m_measurement;
+    protocol::DeviceInfo m_deviceInfo;
+    protocol::Measurement m_measurement;
     MultimeterReading m_multimeter;
     MultimeterHistory m_multimeterRows;
     ReadingGate m_readingGate;

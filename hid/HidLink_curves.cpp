@@ -9,7 +9,7 @@
 QString HidLink::archiveCurrentCurve(const QVariantList& voltageSamples, const QVariantList& currentSamples,
                                      double sampleIntervalSec)
 {
-    const QString folder = DataFolders::curves();
+    const QString folder = folders::curves();
     if (!QFileInfo(folder).isDir()) {
         Q_EMIT errorOccurred(QStringLiteral("Failed to create archive directory: %1").arg(folder));
         return {};

@@ -18,12 +18,12 @@ void HidLink::logLine(const QString& message) const
 
 QString HidLink::lastRxPacket() const
 {
-    return m_lastRxPacket ? PacketCodec::formatPacket(*m_lastRxPacket) : QString();
+    return m_lastRxPacket ? protocol::formatPacket(*m_lastRxPacket) : QString();
 }
 
 QString HidLink::lastTxPacket() const
 {
-    return m_lastTxPacket ? PacketCodec::formatPacket(*m_lastTxPacket) : QString();
+    return m_lastTxPacket ? protocol::formatPacket(*m_lastTxPacket) : QString();
 }
 
 void HidLink::traceReceived(const QByteArray& packet)
@@ -32,10 +32,10 @@ void HidLink::traceReceived(const QByteArray& packet)
     Q_EMIT packetTraceChanged();
     if (!usbDebugEnabled())
         return;
-    const QString text = PacketCodec::formatPacket(packet);
+    const QString text = protocol::formatPacket(packet);
     m_linkLog.append(QStringLiteral("HID RX: %1").arg(text));
     qDebug().noquote() << "[HID][RX]" << text;
-    if (!PacketCodec::isValidPacket(packet))
+    if (!protocol::isValidPacket(packet))
         m_linkLog.append(QStringLiteral("Received invalid/unknown HID packet: %1").arg(text));
 }
 
@@ -45,7 +45,7 @@ void HidLink::traceSent(const QByteArray& packet)
     Q_EMIT packetTraceChanged();
     if (!usbDebugEnabled())
         return;
-    const QString text = PacketCodec::formatPacket(packet);
+    const QString text = protocol::formatPacket(packet);
     m_linkLog.append(QStringLiteral("HID TX: %1").arg(text));
     qDebug().noquote() << "[HID][TX]" << text;
 }

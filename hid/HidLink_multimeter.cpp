@@ -42,7 +42,7 @@ bool HidLink::isHistoryPersistenceEnabled() const
 
 QString HidLink::multimeterHistoryFilePath()
 {
-    return DataFolders::database() + QStringLiteral("/multimeter_history.json");
+    return folders::database() + QStringLiteral("/multimeter_history.json");
 }
 
 void HidLink::loadMultimeterHistory()

@@ -14,16 +14,16 @@ void HidLink::handleIncomingPacket(const QByteArray& packet)
 
 void HidLink::dispatchPacket(const QByteArray& packet)
 {
-    switch (PacketCodec::packetType(packet)) {
-    case static_cast<int>(PacketCodec::Type::Measurement):
+    switch (protocol::packetType(packet)) {
+    case static_cast<int>(protocol::Type::Measurement):
         return handleMeasurementPacket(packet);
-    case static_cast<int>(PacketCodec::Type::DeviceInfo):
+    case static_cast<int>(protocol::Type::DeviceInfo):
         return handleDeviceInfoPacket(packet);
-    case static_cast<int>(PacketCodec::Type::Multimeter):
+    case static_cast<int>(protocol::Type::Multimeter):
         return handleMultimeterPacket(packet);
-    case static_cast<int>(PacketCodec::Type::DeviceLog):
+    case static_cast<int>(protocol::Type::DeviceLog):
         return handleDeviceLogPacket(packet);
-    case static_cast<int>(PacketCodec::Type::UiControl):
+    case static_cast<int>(protocol::Type::UiControl):
         return handleUiControlPacket(packet);
     default:
         return;
@@ -32,7 +32,7 @@ void HidLink::dispatchPacket(const QByteArray& packet)
 
 void HidLink::handleMeasurementPacket(const QByteArray& packet)
 {
-    if (const auto measurement = PacketCodec::decodeMeasurement(packet)) {
+    if (const auto measurement = protocol::decodeMeasurement(packet)) {
         m_measurement = *measurement;
         Q_EMIT measurementChanged();
     }
@@ -40,7 +40,7 @@ void HidLink::handleMeasurementPacket(const QByteArray& packet)
 
 void HidLink::handleDeviceInfoPacket(const QByteArray& packet)
 {
-    if (const auto info = PacketCodec::decodeDeviceInfo(packet)) {
+    if (const auto info = protocol::decodeDeviceInfo(packet)) {
         m_deviceInfo = *info;
         Q_EMIT deviceInfoChanged();
     }
@@ -48,20 +48,20 @@ void HidLink::handleDeviceInfoPacket(const QByteArray& packet)
 
 void HidLink::handleMultimeterPacket(const QByteArray& packet)
 {
-    if (const auto reading = PacketCodec::decodeMultimeter(packet))
+    if (const auto reading = protocol::decodeMultimeter(packet))
         handleMultimeterPacket(reading->mode, reading->text);
 }
 
 void HidLink::handleDeviceLogPacket(const QByteArray& packet)
 {
-    const auto message = PacketCodec::decodeDeviceLog(packet);
+    const auto message = protocol::decodeDeviceLog(packet);
     if (message && !message->isEmpty())
         appendDeviceLog(*message);
 }
 
 void HidLink::handleUiControlPacket(const QByteArray& packet)
 {
-    const auto control = PacketCodec::decodeUiControl(packet);
+    const auto control = protocol::decodeUiControl(packet);
     if (!control)
         return;
     if (usbDebugEnabled()) {
@@ -85,27 +85,26 @@ bool HidLink::sendUiControlPacket(int layer0, int layer1, int layer2, int layer3
 {
     if (!openDevice())
         return false;
-    return writePacket(
-        PacketCodec::encode(PacketCodec::UiControl{direction, layer0, layer1, layer2, layer3}));
+    return writePacket(protocol::encode(protocol::UiControl{direction, layer0, layer1, layer2, layer3}));
 }
 
 bool HidLink::sendCurveData(const QVariantList& points)
 {
     if (!openDevice())
         return false;
-    constexpr int cPerPacket = PacketCodec::cCurvePointsPerPacket;
+    constexpr int cPerPacket = protocol::cCurvePointsPerPacket;
     const int packetCount = (points.size() + cPerPacket - 1) / cPerPacket;
-    if (packetCount > PacketCodec::cMaxCurvePackets) {
+    if (packetCount > protocol::cMaxCurvePackets) {
         Q_EMIT errorOccurred(QStringLiteral("Curve packet count exceeds protocol limit."));
         return false;
     }
     for (int index = 0; index < packetCount; ++index) {
-        PacketCodec::CurveData part{packetCount, index, {}};
+        protocol::CurveData part{packetCount, index, {}};
         const auto begin = points.cbegin() + index * cPerPacket;
         const int count = std::min(cPerPacket, points.size() - index * cPerPacket);
         std::transform(begin, begin + count, part.points.begin(),
                        [](const QVariant& point) { return point.toFloat(); });
-        if (!writePacket(PacketCodec::encode(part)))
+        if (!writePacket(protocol::encode(part)))
             return false;
     }
     return true;

@@ -16,14 +16,14 @@
 namespace {
 
 /// Two million samples parse within half a second; no object of an archive has many members.
-constexpr jsonfile::Limits kArchiveLimits{64 * 1024 * 1024, 2000000, 100000};
+constexpr jsonfile::Limits cArchiveLimits{64 * 1024 * 1024, 2000000, 100000};
 
-constexpr char kCreatedAtKey[] = "created_at";
-constexpr char kDeviceIdKey[] = "device_id";
-constexpr char kDeviceVersionKey[] = "device_version";
-constexpr char kSampleIntervalKey[] = "sample_interval_sec";
-constexpr char kVoltageSamplesKey[] = "voltage_samples";
-constexpr char kCurrentSamplesKey[] = "current_samples";
+constexpr char cCreatedAtKey[] = "created_at";
+constexpr char cDeviceIdKey[] = "device_id";
+constexpr char cDeviceVersionKey[] = "device_version";
+constexpr char cSampleIntervalKey[] = "sample_interval_sec";
+constexpr char cVoltageSamplesKey[] = "voltage_samples";
+constexpr char cCurrentSamplesKey[] = "current_samples";
 
 /// \a value as the files can hold it: non-finite values become 0, and so does negative zero.
 double finiteOrZero(double value)
@@ -55,12 +55,12 @@ std::optional<CurveArchive> fromDocument(const QJsonDocument& document)
         return std::nullopt;
     const QJsonObject object = document.object();
     CurveArchive archive;
-    archive.createdAt = object.value(QLatin1String(kCreatedAtKey)).toString();
-    archive.deviceId = object.value(QLatin1String(kDeviceIdKey)).toString();
-    archive.deviceVersion = object.value(QLatin1String(kDeviceVersionKey)).toString();
-    archive.sampleIntervalSec = object.value(QLatin1String(kSampleIntervalKey)).toDouble();
-    archive.voltageSamples = samplesFromJson(object.value(QLatin1String(kVoltageSamplesKey)));
-    archive.currentSamples = samplesFromJson(object.value(QLatin1String(kCurrentSamplesKey)));
+    archive.createdAt = object.value(QLatin1String(cCreatedAtKey)).toString();
+    archive.deviceId = object.value(QLatin1String(cDeviceIdKey)).toString();
+    archive.deviceVersion = object.value(QLatin1String(cDeviceVersionKey)).toString();
+    archive.sampleIntervalSec = object.value(QLatin1String(cSampleIntervalKey)).toDouble();
+    archive.voltageSamples = samplesFromJson(object.value(QLatin1String(cVoltageSamplesKey)));
+    archive.currentSamples = samplesFromJson(object.value(QLatin1String(cCurrentSamplesKey)));
     return archive;
 }
 
@@ -79,18 +79,18 @@ QString CurveArchive::fileName(const QDateTime& time)
 
 QString CurveArchive::csvPath(const QString& jsonPath)
 {
-    constexpr int kJsonSuffixLength = 5;
-    return jsonPath.chopped(kJsonSuffixLength) + QStringLiteral(".csv");
+    constexpr int cJsonSuffixLength = 5;
+    return jsonPath.chopped(cJsonSuffixLength) + QStringLiteral(".csv");
 }
 
 QByteArray CurveArchive::toJson() const
 {
-    const QJsonObject object{{QLatin1String(kCreatedAtKey), createdAt},
-                             {QLatin1String(kDeviceIdKey), deviceId},
-                             {QLatin1String(kDeviceVersionKey), deviceVersion},
-                             {QLatin1String(kSampleIntervalKey), finiteOrZero(sampleIntervalSec)},
-                             {QLatin1String(kVoltageSamplesKey), samplesToJson(voltageSamples)},
-                             {QLatin1String(kCurrentSamplesKey), samplesToJson(currentSamples)}};
+    const QJsonObject object{{QLatin1String(cCreatedAtKey), createdAt},
+                             {QLatin1String(cDeviceIdKey), deviceId},
+                             {QLatin1String(cDeviceVersionKey), deviceVersion},
+                             {QLatin1String(cSampleIntervalKey), finiteOrZero(sampleIntervalSec)},
+                             {QLatin1String(cVoltageSamplesKey), samplesToJson(voltageSamples)},
+                             {QLatin1String(cCurrentSamplesKey), samplesToJson(currentSamples)}};
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }
 
@@ -123,12 +123,12 @@ QVariantMap CurveArchive::toMap(const QString& filePath) const
 
 std::optional<CurveArchive> CurveArchive::fromJson(const QByteArray& text)
 {
-    return fromDocument(jsonfile::parse(text, kArchiveLimits));
+    return fromDocument(jsonfile::parse(text, cArchiveLimits));
 }
 
 CurveArchive::LoadStatus CurveArchive::load(const QString& path, CurveArchive& archive)
 {
-    const jsonfile::Result result = jsonfile::read(path, kArchiveLimits);
+    const jsonfile::Result result = jsonfile::read(path, cArchiveLimits);
     if (result.status == jsonfile::Status::Missing || result.status == jsonfile::Status::Unreadable)
         return LoadStatus::NotOpened;
     const std::optional<CurveArchive> loaded = fromDocument(result.document);

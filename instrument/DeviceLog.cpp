@@ -11,7 +11,7 @@ void DeviceLog::append(const QString& message, const QDateTime& now)
     m_lastLine = QLatin1Char('[') + dateTime + QLatin1String("] ") + message;
     m_entries.prepend(
         QVariantMap{{QStringLiteral("dateTime"), dateTime}, {QStringLiteral("message"), message}});
-    while (m_entries.size() > kMaxEntries)
+    while (m_entries.size() > cMaxEntries)
         m_entries.removeLast();
     m_file.appendLine(m_lastLine, now);
 }

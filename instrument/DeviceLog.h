@@ -11,7 +11,7 @@ class DeviceLog
 {
 public:
     /// Messages that are kept in memory.
-    static constexpr int kMaxEntries = 500;
+    static constexpr int cMaxEntries = 500;
 
     /// Adds \a message, which arrived at \a now (local time), and appends it to the file of that day.
     void append(const QString& message, const QDateTime& now);

@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr int kProbeAttempts = 3;
-constexpr int kProbeTimeoutMs = 100;
-constexpr int kRefusalsBeforeWarning = 2;
-constexpr size_t kDescriptorBufferSize = 4096;
+constexpr int cProbeAttempts = 3;
+constexpr int cProbeTimeoutMs = 100;
+constexpr int cRefusalsBeforeWarning = 2;
+constexpr size_t cDescriptorBufferSize = 4096;
 
 struct EnumerationCloser
 {
@@ -71,7 +71,7 @@ bool InstrumentDiscovery::ensureHidInitialized()
 
 InstrumentDiscovery::Found InstrumentDiscovery::find(bool askedFor)
 {
-    log(QStringLiteral("tryOpenDevice started. vid=0x%1 pid=0x%2").arg(hex4(kVendorId), hex4(kProductId)));
+    log(QStringLiteral("tryOpenDevice started. vid=0x%1 pid=0x%2").arg(hex4(cVendorId), hex4(cProductId)));
     m_accessAdvice.clear();
     Found found = search();
     if (found.device)
@@ -83,7 +83,7 @@ InstrumentDiscovery::Found InstrumentDiscovery::find(bool askedFor)
     }
     log(QStringLiteral("HID opened successfully. selectedPath=%1 initialPacketSize=%2")
             .arg(found.path, QString::number(found.firstPacket.size())));
-    std::array<unsigned char, kDescriptorBufferSize> descriptor{};
+    std::array<unsigned char, cDescriptorBufferSize> descriptor{};
     log(QStringLiteral("HID report descriptor size=%1")
             .arg(hidReportDescriptor(found.device.get(), QFile::encodeName(found.path), descriptor.data(),
                                      descriptor.size())));
@@ -92,7 +92,7 @@ InstrumentDiscovery::Found InstrumentDiscovery::find(bool askedFor)
 
 InstrumentDiscovery::Found InstrumentDiscovery::search()
 {
-    const std::unique_ptr<hid_device_info, EnumerationCloser> list(hid_enumerate(kVendorId, kProductId));
+    const std::unique_ptr<hid_device_info, EnumerationCloser> list(hid_enumerate(cVendorId, cProductId));
     const bool single = list && list->next == nullptr;
     QString firstPath;
     for (const hid_device_info* entry = list.get(); entry != nullptr; entry = entry->next) {
@@ -137,10 +137,10 @@ HidHandle InstrumentDiscovery::openPath(const char* path)
 /// Listens to a candidate for a short time. Returns the first valid packet, or nothing.
 QByteArray InstrumentDiscovery::probe(hid_device* device, const QString& path) const
 {
-    for (int attempt = 0; attempt < kProbeAttempts; ++attempt) {
-        QByteArray packet(PacketCodec::cPacketSize, '\0');
+    for (int attempt = 0; attempt < cProbeAttempts; ++attempt) {
+        QByteArray packet(protocol::cPacketSize, '\0');
         const int length = hid_read_timeout(device, reinterpret_cast<unsigned char*>(packet.data()),
-                                            PacketCodec::cPacketSize, kProbeTimeoutMs);
+                                            protocol::cPacketSize, cProbeTimeoutMs);
         if (length < 0) {
             log(QStringLiteral("HID probe read failed: path=%1").arg(path));
             return {};
@@ -148,9 +148,8 @@ QByteArray InstrumentDiscovery::probe(hid_device* device, const QString& path) c
         if (length == 0)
             continue;
         packet.truncate(length);
-        log(QStringLiteral("HID probe packet: path=%1 packet=%2")
-                .arg(path, PacketCodec::formatPacket(packet)));
-        if (PacketCodec::isValidPacket(packet))
+        log(QStringLiteral("HID probe packet: path=%1 packet=%2").arg(path, protocol::formatPacket(packet)));
+        if (protocol::isValidPacket(packet))
             return packet;
         log(QStringLiteral("HID probe packet rejected as invalid protocol packet: path=%1").arg(path));
     }
@@ -166,7 +165,7 @@ void InstrumentDiscovery::adviseOnAccess(bool askedFor)
     }
     log(m_accessAdvice);
     ++m_accessRefusals;
-    if (!m_accessWarned && (askedFor || m_accessRefusals >= kRefusalsBeforeWarning)) {
+    if (!m_accessWarned && (askedFor || m_accessRefusals >= cRefusalsBeforeWarning)) {
         m_accessWarned = true;
         qWarning().noquote() << m_accessAdvice;
     }

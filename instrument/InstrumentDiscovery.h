@@ -16,8 +16,8 @@ class InstrumentDiscovery
 {
 public:
     /// The USB ids of the instrument; nothing else decides which devices are tried.
-    static constexpr unsigned short kVendorId = 0x0483;
-    static constexpr unsigned short kProductId = 0x5750;
+    static constexpr unsigned short cVendorId = 0x0483;
+    static constexpr unsigned short cProductId = 0x5750;
     /// Takes a line for the log of the link.
     using Log = std::function<void(const QString& line)>;
 

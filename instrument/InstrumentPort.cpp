@@ -14,11 +14,11 @@
 namespace {
 
 /// A read returns after this time without a report, so that the reader sees a request to stop.
-constexpr int kReadTimeoutMs = 25;
+constexpr int cReadTimeoutMs = 25;
 /// The report id that hidapi expects in front; 0 because the instrument's reports are not numbered.
-constexpr size_t kReportIdSize = 1;
+constexpr size_t cReportIdSize = 1;
 /// Sent by the reader: the inbox holds something.
-constexpr QEvent::Type kInboxEvent = QEvent::User;
+constexpr QEvent::Type cInboxEvent = QEvent::User;
 
 } // namespace
 
@@ -71,9 +71,9 @@ bool InstrumentPort::write(const QByteArray& packet)
 {
     if (!isOpen())
         return false;
-    std::array<unsigned char, kReportIdSize + PacketCodec::cPacketSize> report{};
-    std::copy_n(packet.cbegin(), std::min(packet.size(), PacketCodec::cPacketSize),
-                report.begin() + kReportIdSize);
+    std::array<unsigned char, cReportIdSize + protocol::cPacketSize> report{};
+    std::copy_n(packet.cbegin(), std::min(packet.size(), protocol::cPacketSize),
+                report.begin() + cReportIdSize);
     int written = 0;
     {
         const std::lock_guard lock(m_errorTextMutex);
@@ -86,7 +86,7 @@ bool InstrumentPort::write(const QByteArray& packet)
 
 bool InstrumentPort::event(QEvent* event)
 {
-    if (event->type() != kInboxEvent)
+    if (event->type() != cInboxEvent)
         return QObject::event(event);
     takeInbox();
     handOver();
@@ -156,16 +156,16 @@ void InstrumentPort::stopReader()
 /// Runs on the reader thread. \a device stays open until this thread has been joined.
 void InstrumentPort::readLoop(hid_device* device)
 {
-    std::array<unsigned char, PacketCodec::cPacketSize> buffer{};
+    std::array<unsigned char, protocol::cPacketSize> buffer{};
     while (!m_readerStops) {
-        const int length = hid_read_timeout(device, buffer.data(), buffer.size(), kReadTimeoutMs);
+        const int length = hid_read_timeout(device, buffer.data(), buffer.size(), cReadTimeoutMs);
         if (length == 0)
             continue;
         if (length < 0)
             return leaveReadError(device);
-        InstrumentPacket packet{QByteArray(reinterpret_cast<const char*>(buffer.data()),
-                                           std::min(length, PacketCodec::cPacketSize)),
-                                std::chrono::steady_clock::now()};
+        InstrumentPacket packet{
+            QByteArray(reinterpret_cast<const char*>(buffer.data()), std::min(length, protocol::cPacketSize)),
+            std::chrono::steady_clock::now()};
         bool first = false;
         {
             const std::lock_guard lock(m_inboxMutex);
@@ -197,5 +197,5 @@ void InstrumentPort::leaveReadError(hid_device* device)
 
 void InstrumentPort::wakeOwner()
 {
-    QCoreApplication::postEvent(this, new QEvent(kInboxEvent));
+    QCoreApplication::postEvent(this, new QEvent(cInboxEvent));
 }

@@ -20,14 +20,14 @@ class InstrumentSupervisor : public QObject
 
 public:
     /// The supervision starts this long after start(), the first attempt to open a device comes after that.
-    static constexpr std::chrono::milliseconds kStartDelay{1500};
-    static constexpr std::chrono::milliseconds kFirstOpenDelay{300};
+    static constexpr std::chrono::milliseconds cStartDelay{1500};
+    static constexpr std::chrono::milliseconds cFirstOpenDelay{300};
     /// Time between two looks at the port.
-    static constexpr std::chrono::milliseconds kPollInterval{500};
+    static constexpr std::chrono::milliseconds cPollInterval{500};
     /// Time between two attempts to open a device while none is open.
-    static constexpr std::chrono::milliseconds kAttemptInterval{2500};
+    static constexpr std::chrono::milliseconds cAttemptInterval{2500};
     /// A device that sends nothing for longer than this after it was opened is opened again.
-    static constexpr std::chrono::milliseconds kSilenceBeforeReopening{10000};
+    static constexpr std::chrono::milliseconds cSilenceBeforeReopening{10000};
 
     using Log = std::function<void(const QString& line)>;
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -35,7 +35,7 @@ public:
     /// \a log takes the lines of discovery, port and supervision; \a clock is replaced by tests.
     explicit InstrumentSupervisor(Log log = {}, Clock clock = &std::chrono::steady_clock::now);
 
-    /// Starts the supervision after kStartDelay. Only the first attempt to open a device reports its failure.
+    /// Starts the supervision after cStartDelay. Only the first attempt to open a device reports its failure.
     void start();
 
     /// Opens the instrument unless it is open. Returns true when it is open afterwards. When no device could
@@ -46,7 +46,7 @@ public:
     const InstrumentPort& port() const { return m_port; }
 
 public Q_SLOTS:
-    /// Looks at the port once; called every kPollInterval.
+    /// Looks at the port once; called every cPollInterval.
     void poll();
 
 Q_SIGNALS:

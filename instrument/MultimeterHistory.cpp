@@ -14,12 +14,12 @@
 
 namespace {
 
-constexpr jsonfile::Limits kFileLimits{MultimeterHistory::kMaxFileBytes, 1000000, 1000000};
+constexpr jsonfile::Limits cFileLimits{MultimeterHistory::cMaxFileBytes, 1000000, 1000000};
 
 void prependCapped(QVariantList& rows, const QVariantMap& row)
 {
     rows.prepend(row);
-    while (rows.size() > MultimeterHistory::kMaxRows)
+    while (rows.size() > MultimeterHistory::cMaxRows)
         rows.removeLast();
 }
 
@@ -56,7 +56,7 @@ bool MultimeterHistory::record(int mode, const QString& text, const QDateTime& n
     if (persistent) {
         prependCapped(m_persistentHistory, row);
         m_persistentRows.prepend(QJsonObject::fromVariantMap(row));
-        while (m_persistentRows.size() > kMaxRows)
+        while (m_persistentRows.size() > cMaxRows)
             m_persistentRows.removeLast();
     }
     return true;
@@ -86,7 +86,7 @@ void MultimeterHistory::load(const QString& path)
 {
     m_persistentHistory.clear();
     m_persistentRows = {};
-    const jsonfile::Result result = jsonfile::read(path, kFileLimits);
+    const jsonfile::Result result = jsonfile::read(path, cFileLimits);
     m_fileKnown = result.status == jsonfile::Status::Missing || result.document.isArray();
     const QJsonArray elements = result.document.array();
     for (const QJsonValue& element : elements) {

@@ -15,9 +15,9 @@ class MultimeterHistory
 {
 public:
     /// Rows that recording leaves in a list at most.
-    static constexpr int kMaxRows = 1000;
+    static constexpr int cMaxRows = 1000;
     /// Size of the largest history file that is read, in bytes: some 35,000 rows.
-    static constexpr qint64 kMaxFileBytes = 8 * 1024 * 1024;
+    static constexpr qint64 cMaxFileBytes = 8 * 1024 * 1024;
 
     const QVariantList& currentTable() const { return m_currentTable; }
     const QVariantList& sessionHistory() const { return m_sessionHistory; }
@@ -25,7 +25,7 @@ public:
 
     /**
      * Adds a row with a new id to the current table and the session history, and with \a persistent to the
-     * persistent history too; each list then drops its oldest rows beyond kMaxRows.
+     * persistent history too; each list then drops its oldest rows beyond cMaxRows.
      *
      * \a mode is the instrument's function, \a text the reading, \a now the local time of recording.
      * False, with nothing recorded, for a function without a column.
@@ -41,7 +41,7 @@ public:
     /**
      * Replaces the persistent history by the objects of the JSON array in the file at \a path.
      *
-     * A file that is missing, unreadable, malformed or larger than kMaxFileBytes gives an empty history.
+     * A file that is missing, unreadable, malformed or larger than cMaxFileBytes gives an empty history.
      */
     void load(const QString& path);
 

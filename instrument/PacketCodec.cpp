@@ -7,7 +7,7 @@
 #include <cstring>
 #include <limits>
 
-namespace PacketCodec {
+namespace protocol {
 
 namespace {
 
@@ -270,4 +270,4 @@ QByteArray encode(const UiControl& control)
     return packet;
 }
 
-} // namespace PacketCodec
+} // namespace protocol

@@ -16,7 +16,7 @@
  * Decoders take whatever arrived, of any length and content, and never read past its end. They look at the
  * length that their type needs and not at the type byte: route by type() first.
  */
-namespace PacketCodec {
+namespace protocol {
 
 /// Bytes in one HID report. Received packets may be shorter, sent ones never are.
 constexpr int cPacketSize = 64;
@@ -131,4 +131,4 @@ QByteArray encode(const MultimeterReading& reading);
 QByteArray encodeDeviceLog(const QString& message);
 QByteArray encode(const UiControl& control);
 
-} // namespace PacketCodec
+} // namespace protocol

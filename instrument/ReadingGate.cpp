@@ -11,9 +11,9 @@
 namespace {
 
 /// Volts per millivolt: the divisor that turns a reading without an "MV" unit into millivolts.
-constexpr double kVoltPerMillivolt = 0.001;
+constexpr double cVoltPerMillivolt = 0.001;
 /// Beyond this a double no longer tells neighbouring integers apart.
-constexpr double kLargestExactInteger = 9007199254740992.0;
+constexpr double cLargestExactInteger = 9007199254740992.0;
 
 /// A reading text without white space, in the forms that the rules compare.
 struct ComparableText
@@ -69,9 +69,9 @@ QStringList readingKeys(int mode, const ComparableText& text)
     bool converted = false;
     const double number = match.captured().replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&converted);
     const QString rest = text.upper.mid(match.capturedEnd());
-    const double divisor = rest.startsWith(QLatin1String("MV")) ? 1.0 : kVoltPerMillivolt;
+    const double divisor = rest.startsWith(QLatin1String("MV")) ? 1.0 : cVoltPerMillivolt;
     const double millivolts = std::round(number / divisor);
-    if (!converted || !(std::abs(millivolts) < kLargestExactInteger))
+    if (!converted || !(std::abs(millivolts) < cLargestExactInteger))
         return keys;
     for (const qint64 neighbour : {-1, 0, 1})
         keys.append(prefix + rest + QLatin1Char('|') + QString::number(qint64(millivolts) + neighbour));
@@ -91,25 +91,25 @@ bool ReadingGate::consider(int mode, const QString& value, TimePoint now)
 
     if (mode == m_candidateMode && text == m_candidateText) {
         // The count stops where it decides nothing more: a reading may stay on the display for years.
-        m_stableCount = std::min(m_stableCount + 1, kStableReadings);
+        m_stableCount = std::min(m_stableCount + 1, cStableReadings);
     } else {
         reset();
         m_stableCount = 1;
         m_candidateMode = mode;
         m_candidateText = text;
     }
-    if (m_stableCount < kStableReadings)
+    if (m_stableCount < cStableReadings)
         return false;
 
     for (auto key = m_recentReadingKeys.begin(); key != m_recentReadingKeys.end();)
-        key = now - key.value() > kRepeatAfter ? m_recentReadingKeys.erase(key) : std::next(key);
+        key = now - key.value() > cRepeatAfter ? m_recentReadingKeys.erase(key) : std::next(key);
 
-    // What is older than kRepeatAfter is gone, so a known key was recorded recently.
+    // What is older than cRepeatAfter is gone, so a known key was recorded recently.
     const QStringList keys = readingKeys(mode, comparable);
     if (std::any_of(keys.cbegin(), keys.cend(),
                     [this](const QString& key) { return m_recentReadingKeys.contains(key); }))
         return false;
-    if (mode == m_lastRecordedMode && text == m_lastRecordedText && now - m_lastRecordedAt <= kRepeatAfter)
+    if (mode == m_lastRecordedMode && text == m_lastRecordedText && now - m_lastRecordedAt <= cRepeatAfter)
         return false;
 
     m_lastRecordedMode = mode;

@@ -19,9 +19,9 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
     /// Identical readings in a row that make a reading steady.
-    static constexpr int kStableReadings = 5;
+    static constexpr int cStableReadings = 5;
     /// A recorded reading is not recorded again for this long.
-    static constexpr std::chrono::seconds kRepeatAfter{16};
+    static constexpr std::chrono::seconds cRepeatAfter{16};
 
     /**
      * Takes the next reading, in order of arrival.

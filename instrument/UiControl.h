@@ -4,7 +4,7 @@
 #include <QObject>
 
 /// The numbers of a UI-control packet. QML knows them as the type Instrument of the module Instrument 1.0.
-namespace PacketCodec {
+namespace protocol {
 Q_NAMESPACE
 
 /// Who asks whom.
@@ -28,4 +28,4 @@ Q_ENUM_NS(Layer)
 
 constexpr int cLayerNotGiven = LayerNotGiven;
 
-} // namespace PacketCodec
+} // namespace protocol

@@ -7,7 +7,7 @@
 
 GenSettings::GenSettings(GenApplication* app, GenToolbox* toolbox, std::function<void()> onLanguageStored)
     : GenTool(app, toolbox)
-    , defaultGroup(QStringLiteral("system"))
+    , m_defaultGroup(QStringLiteral("system"))
     , m_file(std::make_shared<SettingsFile>())
     , m_onLanguageStored(std::move(onLanguageStored))
 {}
@@ -22,14 +22,14 @@ void GenSettings::setToolbox(GenToolbox* toolbox)
 
 void GenSettings::setValue(const QString& key, const QVariant& value, const QString& group)
 {
-    m_file->setValue(group.isEmpty() ? defaultGroup : group, key, value);
+    m_file->setValue(group.isEmpty() ? m_defaultGroup : group, key, value);
     if (key == QLatin1String(setting::language.key) && m_onLanguageStored)
         m_onLanguageStored();
 }
 
 QVariant GenSettings::value(const QString& key, const QVariant& defaultValue, const QString& group) const
 {
-    return m_file->value(group.isEmpty() ? defaultGroup : group, key, defaultValue);
+    return m_file->value(group.isEmpty() ? m_defaultGroup : group, key, defaultValue);
 }
 
 QString GenSettings::sValue(const QString& key, const QString& defaultValue, const QString& group) const

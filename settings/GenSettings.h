@@ -50,7 +50,7 @@ public:
 private:
     QVariant value(const QString& key, const QVariant& defaultValue, const QString& group) const;
 
-    const QString defaultGroup;
+    const QString m_defaultGroup;
     const std::shared_ptr<SettingsFile> m_file;
     const std::function<void()> m_onLanguageStored;
 };

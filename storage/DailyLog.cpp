@@ -65,7 +65,7 @@ DailyLog::DailyLog(const QString& fileNamePattern, Encoding encoding)
 
 QString DailyLog::filePath(const QDateTime& when) const
 {
-    return DataFolders::logs() + QLatin1Char('/') +
+    return folders::logs() + QLatin1Char('/') +
            m_fileNamePattern.arg(timeText(when, QStringLiteral("yyyyMMdd")));
 }
 

@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QStandardPaths>
 
-namespace DataFolders {
+namespace folders {
 
 namespace {
 
@@ -39,4 +39,4 @@ QString curves()
     return ensured(pathOf(QLatin1String("Curves")));
 }
 
-} // namespace DataFolders
+} // namespace folders

@@ -10,7 +10,7 @@
  * parents; where that fails the path is returned all the same, and opening a file in it fails. Any thread may
  * call them.
  */
-namespace DataFolders {
+namespace folders {
 
 /// Daily log files.
 QString logs();
@@ -21,4 +21,4 @@ QString database();
 /// Curve archives.
 QString curves();
 
-} // namespace DataFolders
+} // namespace folders

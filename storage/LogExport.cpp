@@ -10,7 +10,7 @@
 
 QString exportLogs(const DebugLog& log, const platform::FolderArchiver& archiver)
 {
-    const QString sourceDir = DataFolders::logsPath();
+    const QString sourceDir = folders::logsPath();
     if (!QDir(sourceDir).exists()) {
         log.write(QStringLiteral("exportLogsArchive aborted: sourceDir missing. path=%1").arg(sourceDir));
         return {};

@@ -62,7 +62,8 @@ void CDownWorkThread::requestStop()
 
 void CDownWorkThread::endIfStopped()
 {
-    if (m_stopRequested)
+    // The news may arrive after the end, when the next thread may already prepare the next transfer.
+    if (m_stopRequested && m_transferring)
         endTransfer();
 }
 

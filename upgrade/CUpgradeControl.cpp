@@ -26,7 +26,7 @@
 
 namespace {
 
-constexpr int autoCheckDelayMs = 1800;
+constexpr int cAutoCheckDelayMs = 1800;
 /// A check that is not answered by then counts as a network error.
 constexpr int cCheckTimeoutMs = 30000;
 /// An answer is a few hundred bytes; a server that sends more is broken or hostile.
@@ -59,7 +59,7 @@ QString downloadDir()
 CUpgradeControl::CUpgradeControl(std::shared_ptr<SettingsFile> settings, QObject* parent)
     : QObject(parent), m_settings(std::move(settings))
 {
-    QTimer::singleShot(autoCheckDelayMs, this, [this] { requestCheckUpdate(apiUrl(checkPath()), false); });
+    QTimer::singleShot(cAutoCheckDelayMs, this, [this] { requestCheckUpdate(apiUrl(checkPath()), false); });
 }
 
 CUpgradeControl::~CUpgradeControl()

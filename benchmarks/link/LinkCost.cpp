@@ -150,13 +150,13 @@ double ageMs(float stampSec)
 double costOfBareLoop(const Control& control, std::vector<double>& latenciesMs)
 {
     hid_device_info* const list =
-        hid_enumerate(InstrumentDiscovery::kVendorId, InstrumentDiscovery::kProductId);
+        hid_enumerate(InstrumentDiscovery::cVendorId, InstrumentDiscovery::cProductId);
     hid_device* const device = list != nullptr ? hid_open_path(list->path) : nullptr;
     hid_free_enumeration(list);
     if (device == nullptr)
         fail("no instrument to open");
     Burst burst;
-    unsigned char buffer[PacketCodec::cPacketSize];
+    unsigned char buffer[protocol::cPacketSize];
     const double giveUpSec = nowSec() + cGiveUpMs / 1e3;
     bool asked = false;
     for (bool done = false; !done;) {
@@ -173,7 +173,7 @@ double costOfBareLoop(const Control& control, std::vector<double>& latenciesMs)
             asked = true;
             control.startBurst();
         }
-        if (buffer[1] != static_cast<unsigned char>(PacketCodec::Type::Measurement))
+        if (buffer[1] != static_cast<unsigned char>(protocol::Type::Measurement))
             continue;
         // The last two floats, typeCMah and typeCTimeSec: the number and the stamp.
         float number = 0;

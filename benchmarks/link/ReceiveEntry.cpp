@@ -31,12 +31,12 @@ int main(int argc, char** argv)
 
     std::vector<double> rates;
     for (int run = 0; run < cRuns; ++run) {
-        PacketCodec::Measurement values;
+        protocol::Measurement values;
         QElapsedTimer timer;
         timer.start();
         for (int i = 0; i < cPackets; ++i) {
             values.mainInputVoltage = static_cast<float>(i);
-            const QByteArray packet = PacketCodec::encode(values);
+            const QByteArray packet = protocol::encode(values);
             receive.invoke(&*link, Qt::DirectConnection, Q_ARG(QByteArray, packet));
         }
         rates.push_back(cPackets / (static_cast<double>(timer.nsecsElapsed()) / 1e9));

@@ -25,7 +25,7 @@ int main()
     const auto record = [&history, &now] {
         history.record(MultimeterReading::Voltage, QStringLiteral("1.234V"), now, true);
     };
-    for (int i = 0; i < MultimeterHistory::kMaxRows; ++i)
+    for (int i = 0; i < MultimeterHistory::cMaxRows; ++i)
         record();
     const QJsonArray rows = QJsonArray::fromVariantList(history.persistentHistory());
 

@@ -32,8 +32,8 @@ double secondsOf(Work work)
 /// Lets the link record one row.
 void record(HidLink& link, int number)
 {
-    const PacketCodec::MultimeterReading reading{2, QStringLiteral("%1.5kOhm").arg(number)};
-    const QByteArray packet = PacketCodec::encode(reading);
+    const protocol::MultimeterReading reading{2, QStringLiteral("%1.5kOhm").arg(number)};
+    const QByteArray packet = protocol::encode(reading);
     for (int i = 0; i < cReadingsPerRow; ++i)
         QMetaObject::invokeMethod(&link, "handleIncomingPacket", Qt::DirectConnection,
                                   Q_ARG(QByteArray, packet));

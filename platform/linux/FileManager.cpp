@@ -14,8 +14,8 @@
 namespace {
 
 /// The desktop's common interface of file managers (freedesktop.org).
-const QString kFileManagerService = QStringLiteral("org.freedesktop.FileManager1");
-const QString kFileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
+const QString cFileManagerService = QStringLiteral("org.freedesktop.FileManager1");
+const QString cFileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
 
 bool openFolderOf(const QString& path)
 {
@@ -37,12 +37,12 @@ bool hasFileManager(const QDBusConnection& bus)
 {
     if (!bus.isConnected())
         return false;
-    if (bus.interface()->isServiceRegistered(kFileManagerService))
+    if (bus.interface()->isServiceRegistered(cFileManagerService))
         return true;
     const QDBusReply<QStringList> activatable = bus.call(QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("ListActivatableNames")));
-    return activatable.isValid() && activatable.value().contains(kFileManagerService);
+    return activatable.isValid() && activatable.value().contains(cFileManagerService);
 }
 
 } // namespace
@@ -52,8 +52,8 @@ bool platform::showInFileManager(const QString& path)
     if (!hasSessionBus() || !hasFileManager(QDBusConnection::sessionBus()))
         return openFolderOf(path);
 
-    QDBusMessage request = QDBusMessage::createMethodCall(kFileManagerService, kFileManagerPath,
-                                                          kFileManagerService, QStringLiteral("ShowItems"));
+    QDBusMessage request = QDBusMessage::createMethodCall(cFileManagerService, cFileManagerPath,
+                                                          cFileManagerService, QStringLiteral("ShowItems"));
     const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
     request << QStringList{url.toString(QUrl::FullyEncoded)} << QString();
     // Starting a file manager takes seconds on a cold desktop, so the answer is awaited in the background.

@@ -19,16 +19,16 @@ protected:
 
     static void plugIn(const QByteArray& path = cPath)
     {
-        FakeHidApi::Device device;
+        fakehid::Device device;
         device.path = path;
-        FakeHidApi::plugIn(device);
+        fakehid::plugIn(device);
     }
     /// A measurement that carries \a number as the first of its values.
     static QByteArray measurement(float number)
     {
-        PacketCodec::Measurement values;
+        protocol::Measurement values;
         values.mainInputVoltage = number;
-        return PacketCodec::encode(values);
+        return protocol::encode(values);
     }
     /// Hands \a packet to \a link as if its reader had read it.
     static void receive(QObject& link, const QByteArray& packet)
@@ -52,15 +52,15 @@ protected Q_SLOTS:
     void init()
     {
         TestCase::init();
-        FakeHidApi::reset();
+        fakehid::reset();
         m_threads = threadCount();
     }
     void cleanup()
     {
         TestCase::cleanup();
-        QCOMPARE(FakeHidApi::record().misuses, QStringList());
-        QCOMPARE(FakeHidApi::record().openHandles, 0);
-        QCOMPARE(FakeHidApi::record().openEnumerations, 0);
+        QCOMPARE(fakehid::record().misuses, QStringList());
+        QCOMPARE(fakehid::record().openHandles, 0);
+        QCOMPARE(fakehid::record().openEnumerations, 0);
         QCOMPARE(threadCount(), m_threads);
     }
 

@@ -18,7 +18,7 @@
 #include <set>
 #include <vector>
 
-using FakeHidApi::Device;
+using fakehid::Device;
 
 namespace {
 
@@ -44,7 +44,7 @@ struct Bus
     std::vector<InstrumentPtr> instruments;
     std::set<hid_device_*> handles;
     int failingInits = 0;
-    FakeHidApi::Record record;
+    fakehid::Record record;
 
     InstrumentPtr find(const QByteArray& path) const
     {
@@ -89,7 +89,7 @@ struct hid_device_
     std::wstring error;
 };
 
-namespace FakeHidApi {
+namespace fakehid {
 
 void reset()
 {
@@ -173,7 +173,7 @@ Record record()
     return record;
 }
 
-} // namespace FakeHidApi
+} // namespace fakehid
 
 namespace platform {
 

@@ -12,7 +12,7 @@
  *
  * A device is known by its path and may be open several times; what it sends goes to whoever reads first.
  */
-namespace FakeHidApi {
+namespace fakehid {
 
 /// One entry of the enumeration. The defaults are a device that opens and stays silent.
 struct Device
@@ -68,4 +68,4 @@ struct Record
 };
 Record record();
 
-} // namespace FakeHidApi
+} // namespace fakehid

@@ -19,7 +19,7 @@ void check(bool holds)
 
 void throughTheCodec(const QByteArray& packet)
 {
-    using namespace PacketCodec;
+    using namespace protocol;
     check(formatPacket(packet).count(QLatin1Char(' ')) == std::max(1, packet.size()));
     check(!isValidPacket(packet) || packetType(packet) > 0);
     if (const auto measurement = decodeMeasurement(packet))
@@ -55,13 +55,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     static HidLink link(nullptr, nullptr);
     // Each packet: a length, then that many bytes as far as there are.
     while (size > 0) {
-        const size_t length = std::min<size_t>(data[0] % (PacketCodec::cPacketSize + 1), size - 1);
+        const size_t length = std::min<size_t>(data[0] % (protocol::cPacketSize + 1), size - 1);
         const QByteArray packet(reinterpret_cast<const char*>(data + 1), static_cast<int>(length));
         data += 1 + length;
         size -= 1 + length;
         throughTheCodec(packet);
         QMetaObject::invokeMethod(&link, "handleIncomingPacket", Q_ARG(QByteArray, packet));
-        check(link.lastRxPacket() == PacketCodec::formatPacket(packet));
+        check(link.lastRxPacket() == protocol::formatPacket(packet));
     }
     link.closeDevice();
     check(link.mainInputVoltage() == 0 && link.multimeterMode() == 0 && link.lastRxPacket().isEmpty());

@@ -133,7 +133,7 @@ private Q_SLOTS:
     {
         QSignalSpy errors(m_link, &HidLink::errorOccurred);
         QVERIFY(ok("write-errors 1"));
-        QVERIFY(!m_link->sendUiControlPacket(PacketCodec::WaveScreen));
+        QVERIFY(!m_link->sendUiControlPacket(protocol::WaveScreen));
         QVERIFY(!m_link->connected());
         QCOMPARE(errors.count(), 1);
         QCOMPARE(errors.constFirst().constFirst().toString(), QStringLiteral("HID write failed."));

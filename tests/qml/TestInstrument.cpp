@@ -15,28 +15,28 @@ bool TestInstrument::plugIn()
 {
     if (m_link.connected())
         return true;
-    FakeHidApi::reset();
-    FakeHidApi::Device device;
+    fakehid::reset();
+    fakehid::Device device;
     device.path = cPath;
-    FakeHidApi::plugIn(device);
+    fakehid::plugIn(device);
     if (!m_link.openDevice())
         return false;
     // A device that sends nothing in its first ten seconds is opened again, which empties the current table.
     // This packet has no type of the protocol, so it changes no value.
-    FakeHidApi::send(cPath, QByteArray(PacketCodec::cPacketSize, '\x7f'));
+    fakehid::send(cPath, QByteArray(protocol::cPacketSize, '\x7f'));
     return true;
 }
 
 bool TestInstrument::unplug()
 {
-    FakeHidApi::unplug(cPath);
+    fakehid::unplug(cPath);
     m_link.closeDevice();
     return m_link.connected();
 }
 
 void TestInstrument::measure(const QVariantMap& values)
 {
-    PacketCodec::Measurement measurement;
+    protocol::Measurement measurement;
     const auto take = [&values](const char* name, float& field) {
         field = values.value(QLatin1String(name)).toFloat();
     };
@@ -53,34 +53,34 @@ void TestInstrument::measure(const QVariantMap& values)
     take("typeCCC2Voltage", measurement.typeCCC2Voltage);
     take("typeCMah", measurement.typeCMah);
     take("typeCTimeSec", measurement.typeCTimeSec);
-    receive(PacketCodec::encode(measurement));
+    receive(protocol::encode(measurement));
 }
 
 void TestInstrument::read(int mode, const QString& text, int times)
 {
     for (int i = 0; i < times; ++i)
-        receive(PacketCodec::encode(PacketCodec::MultimeterReading{mode, text}));
+        receive(protocol::encode(protocol::MultimeterReading{mode, text}));
 }
 
 void TestInstrument::choose(int layer0, int layer1)
 {
-    PacketCodec::UiControl control;
-    control.direction = PacketCodec::InstrumentReport;
+    protocol::UiControl control;
+    control.direction = protocol::InstrumentReport;
     control.layer0 = layer0;
     control.layer1 = layer1;
-    receive(PacketCodec::encode(control));
+    receive(protocol::encode(control));
 }
 
 QVariantList TestInstrument::lastRequest() const
 {
-    const QList<QByteArray> written = FakeHidApi::written(cPath);
+    const QList<QByteArray> written = fakehid::written(cPath);
     if (written.isEmpty())
         return {};
     // The report id comes first.
     const QByteArray packet = written.constLast().mid(1);
-    QVariantList bytes{int(quint8(packet.at(PacketCodec::cTypeOffset)))};
+    QVariantList bytes{int(quint8(packet.at(protocol::cTypeOffset)))};
     for (int i = 0; i < 5; ++i)
-        bytes.append(int(quint8(packet.at(PacketCodec::cPayloadOffset + i))));
+        bytes.append(int(quint8(packet.at(protocol::cPayloadOffset + i))));
     return bytes;
 }
 

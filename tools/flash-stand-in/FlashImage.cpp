@@ -26,12 +26,12 @@ void makeFresh(const std::string& path)
 
 FlashImage::FlashImage(const std::string& path)
 {
-    constexpr auto mode = std::ios::binary | std::ios::in | std::ios::out;
-    m_file.open(path, mode | std::ios::ate);
+    constexpr auto cMode = std::ios::binary | std::ios::in | std::ios::out;
+    m_file.open(path, cMode | std::ios::ate);
     if (!m_file.is_open() || std::uint64_t(m_file.tellp()) != cSizeBytes) {
         m_file.close();
         makeFresh(path);
-        m_file.open(path, mode);
+        m_file.open(path, cMode);
     }
 }
 

@@ -35,9 +35,9 @@ void BenchModel::advance(double seconds)
     m_multimeter.advance(seconds);
 }
 
-PacketCodec::Measurement BenchModel::measurement() const
+protocol::Measurement BenchModel::measurement() const
 {
-    PacketCodec::Measurement values;
+    protocol::Measurement values;
     values.mainInputVoltage = static_cast<float>(m_supply.voltage());
     values.mainOutputCurrent = static_cast<float>(m_supply.current());
     values.mainPower = static_cast<float>(m_supply.voltage() * m_supply.current());
@@ -69,15 +69,15 @@ void BenchModel::release(MeasurementField field)
     m_held.erase(std::remove_if(m_held.begin(), m_held.end(), matches), m_held.end());
 }
 
-bool BenchModel::followHost(const PacketCodec::UiControl& request)
+bool BenchModel::followHost(const protocol::UiControl& request)
 {
-    if (request.direction != PacketCodec::HostRequest || request.layer0 < PacketCodec::MainSupplyScreen ||
-        request.layer0 > PacketCodec::MultimeterScreen)
+    if (request.direction != protocol::HostRequest || request.layer0 < protocol::MainSupplyScreen ||
+        request.layer0 > protocol::MultimeterScreen)
         return false;
-    m_screen = static_cast<PacketCodec::Screen>(request.layer0);
+    m_screen = static_cast<protocol::Screen>(request.layer0);
     m_logLines.append(QStringLiteral("Screen %1 for the host").arg(request.layer0));
-    if (m_screen == PacketCodec::MultimeterScreen && request.layer1 <= PacketCodec::BuzzerFunction)
-        m_multimeter.setFunction(static_cast<PacketCodec::MultimeterFunction>(request.layer1));
+    if (m_screen == protocol::MultimeterScreen && request.layer1 <= protocol::BuzzerFunction)
+        m_multimeter.setFunction(static_cast<protocol::MultimeterFunction>(request.layer1));
     return true;
 }
 

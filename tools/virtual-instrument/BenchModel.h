@@ -20,7 +20,7 @@ public:
     void advance(double seconds);
 
     /// Returns the current values, held ones included.
-    PacketCodec::Measurement measurement() const;
+    protocol::Measurement measurement() const;
     /// Holds a value until it is released.
     void hold(MeasurementField field, float value);
     /// Releases a held value; null releases all of them.
@@ -29,13 +29,13 @@ public:
     MultimeterModel& multimeter() { return m_multimeter; }
     const MultimeterModel& multimeter() const { return m_multimeter; }
 
-    PacketCodec::Screen screen() const { return m_screen; }
+    protocol::Screen screen() const { return m_screen; }
     /// Changes the screen as the user of the instrument does.
-    void setScreen(PacketCodec::Screen screen) { m_screen = screen; }
+    void setScreen(protocol::Screen screen) { m_screen = screen; }
 
     /// Follows a request of the host for a screen and, on the multimeter screen, for a function. Other values
     /// are ignored. Returns true when the request named a screen.
-    bool followHost(const PacketCodec::UiControl& request);
+    bool followHost(const protocol::UiControl& request);
 
     /// Returns the log lines of the instrument since the last call.
     QStringList takeLogLines();
@@ -44,7 +44,7 @@ private:
     SupplyModel m_supply;
     ChargerModel m_charger;
     MultimeterModel m_multimeter;
-    PacketCodec::Screen m_screen = PacketCodec::MainSupplyScreen;
+    protocol::Screen m_screen = protocol::MainSupplyScreen;
     std::vector<std::pair<MeasurementField, float>> m_held;
     QStringList m_logLines;
 };

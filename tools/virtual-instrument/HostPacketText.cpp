@@ -7,7 +7,7 @@
 
 namespace {
 
-QString textOf(const PacketCodec::UiControl& control)
+QString textOf(const protocol::UiControl& control)
 {
     return QStringLiteral("ui-control direction=%1 layer0=%2 layer1=%3 layer2=%4 layer3=%5")
         .arg(control.direction)
@@ -17,7 +17,7 @@ QString textOf(const PacketCodec::UiControl& control)
         .arg(control.layer3);
 }
 
-QString textOf(const PacketCodec::CurveData& curve)
+QString textOf(const protocol::CurveData& curve)
 {
     QStringList points;
     for (const float point : curve.points)
@@ -32,17 +32,17 @@ QString textOf(const PacketCodec::CurveData& curve)
 
 QString hostPacketText(const QByteArray& packet)
 {
-    switch (PacketCodec::packetType(packet)) {
-    case static_cast<int>(PacketCodec::Type::UiControl):
-        if (const auto control = PacketCodec::decodeUiControl(packet))
+    switch (protocol::packetType(packet)) {
+    case static_cast<int>(protocol::Type::UiControl):
+        if (const auto control = protocol::decodeUiControl(packet))
             return textOf(*control);
         break;
-    case static_cast<int>(PacketCodec::Type::CurveData):
-        if (const auto curve = PacketCodec::decodeCurveData(packet))
+    case static_cast<int>(protocol::Type::CurveData):
+        if (const auto curve = protocol::decodeCurveData(packet))
             return textOf(*curve);
         break;
     default:
         break;
     }
-    return PacketCodec::formatPacket(packet);
+    return protocol::formatPacket(packet);
 }

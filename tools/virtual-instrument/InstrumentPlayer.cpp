@@ -78,7 +78,7 @@ void InstrumentPlayer::tick()
     if (now < m_silentUntilMs)
         return;
     for (const QString& line : logLines)
-        m_device->send(PacketCodec::encodeDeviceLog(line));
+        m_device->send(protocol::encodeDeviceLog(line));
     m_readingsDue += passedSec * cReadingsPerSec;
     m_identitiesDue += passedSec * cIdentitiesPerSec;
     m_measurementsDue += passedSec * m_measurementsPerSec;
@@ -92,22 +92,22 @@ void InstrumentPlayer::playBench()
 {
     MultimeterModel& multimeter = m_bench.multimeter();
     if (takeDue(&m_readingsDue) > 0)
-        m_device->send(PacketCodec::encode(multimeter.reading()));
+        m_device->send(protocol::encode(multimeter.reading()));
     if (takeDue(&m_identitiesDue) > 0)
-        m_device->send(PacketCodec::encode(m_deviceInfo));
+        m_device->send(protocol::encode(m_deviceInfo));
     for (int i = takeDue(&m_measurementsDue); i > 0; --i)
-        m_device->send(PacketCodec::encode(m_bench.measurement()));
+        m_device->send(protocol::encode(m_bench.measurement()));
 }
 
 void InstrumentPlayer::playBurst()
 {
     const double passedSec = static_cast<double>(m_clock.elapsed() - m_burstStartMs) / cMsPerSec;
     const int due = static_cast<int>(std::min<double>(m_burstCount, passedSec * m_burstPerSec));
-    PacketCodec::Measurement values = m_bench.measurement();
+    protocol::Measurement values = m_bench.measurement();
     while (m_burstSent < due) {
         values.typeCMah = static_cast<float>(++m_burstSent);
         values.typeCTimeSec = sendingTimeSec();
-        m_device->send(PacketCodec::encode(values));
+        m_device->send(protocol::encode(values));
     }
     if (m_burstSent < m_burstCount)
         return;
@@ -144,9 +144,9 @@ void InstrumentPlayer::onReport(const QByteArray& report)
 {
     ++m_hostPackets;
     m_trace->write(QStringLiteral("host %1").arg(hostPacketText(report)));
-    if (PacketCodec::packetType(report) != static_cast<int>(PacketCodec::Type::UiControl))
+    if (protocol::packetType(report) != static_cast<int>(protocol::Type::UiControl))
         return;
-    if (const auto request = PacketCodec::decodeUiControl(report))
+    if (const auto request = protocol::decodeUiControl(report))
         m_bench.followHost(*request);
 }
 
@@ -160,21 +160,20 @@ void InstrumentPlayer::onDrained()
 
 void InstrumentPlayer::sendScreen(int layer0, int layer1)
 {
-    PacketCodec::UiControl control;
-    control.direction = PacketCodec::InstrumentReport;
+    protocol::UiControl control;
+    control.direction = protocol::InstrumentReport;
     control.layer0 = layer0;
     control.layer1 = layer1;
-    m_device->send(PacketCodec::encode(control));
+    m_device->send(protocol::encode(control));
 }
 
 void InstrumentPlayer::sendGarbage(int count)
 {
     for (int i = 0; i < count; ++i) {
-        QByteArray packet(PacketCodec::cPacketSize, '\0');
+        QByteArray packet(protocol::cPacketSize, '\0');
         auto* words = reinterpret_cast<quint32*>(packet.data());
-        QRandomGenerator::global()->fillRange(words,
-                                              PacketCodec::cPacketSize / static_cast<int>(sizeof *words));
-        packet[PacketCodec::cTypeOffset] = cUnknownType;
+        QRandomGenerator::global()->fillRange(words, protocol::cPacketSize / static_cast<int>(sizeof *words));
+        packet[protocol::cTypeOffset] = cUnknownType;
         m_device->send(packet);
     }
 }
@@ -228,14 +227,14 @@ void InstrumentPlayer::execute(const Command& command, const Reply& reply)
         sendGarbage(command.count(0));
         break;
     case Action::Truncated:
-        sendMany(command.count(0), PacketCodec::encode(m_bench.measurement()).left(command.count(1)));
+        sendMany(command.count(0), protocol::encode(m_bench.measurement()).left(command.count(1)));
         break;
     case Action::ZeroFilled:
-        sendMany(command.count(0), QByteArray(PacketCodec::cPacketSize, '\0'));
+        sendMany(command.count(0), QByteArray(protocol::cPacketSize, '\0'));
         break;
     case Action::NotANumber: {
         const auto values = uniformMeasurement(std::numeric_limits<float>::quiet_NaN());
-        sendMany(command.count(0), PacketCodec::encode(values));
+        sendMany(command.count(0), protocol::encode(values));
         break;
     }
     case Action::Burst:
@@ -245,20 +244,20 @@ void InstrumentPlayer::execute(const Command& command, const Reply& reply)
         m_device->failWrites(command.count(0));
         break;
     case Action::Screen:
-        m_bench.setScreen(static_cast<PacketCodec::Screen>(command.count(0)));
-        sendScreen(command.count(0), PacketCodec::cLayerNotGiven);
+        m_bench.setScreen(static_cast<protocol::Screen>(command.count(0)));
+        sendScreen(command.count(0), protocol::cLayerNotGiven);
         break;
     case Action::Function:
-        m_bench.setScreen(PacketCodec::MultimeterScreen);
+        m_bench.setScreen(protocol::MultimeterScreen);
         m_bench.multimeter().setFunction(static_cast<MultimeterModel::Function>(command.count(0)));
-        sendScreen(PacketCodec::MultimeterScreen, command.count(0));
+        sendScreen(protocol::MultimeterScreen, command.count(0));
         break;
     case Action::Log:
-        m_device->send(PacketCodec::encodeDeviceLog(command.text(0)));
+        m_device->send(protocol::encodeDeviceLog(command.text(0)));
         break;
     case Action::DeviceInfo:
         m_deviceInfo = {command.text(0), command.text(1)};
-        m_device->send(PacketCodec::encode(m_deviceInfo));
+        m_device->send(protocol::encode(m_deviceInfo));
         break;
     case Action::Set:
         m_bench.hold(measurementField(command.text(0)), static_cast<float>(command.number(1)));

@@ -65,7 +65,7 @@ private:
     double m_measurementsDue = 0;
     double m_readingsDue = 0;
     double m_identitiesDue = 0;
-    PacketCodec::DeviceInfo m_deviceInfo{QStringLiteral("VIRTUAL-QI1"), QStringLiteral("1.0.0")};
+    protocol::DeviceInfo m_deviceInfo{QStringLiteral("VIRTUAL-QI1"), QStringLiteral("1.0.0")};
 
     int m_burstCount = 0;
     int m_burstSent = 0;

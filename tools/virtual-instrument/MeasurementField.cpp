@@ -9,7 +9,7 @@ struct NamedField
     MeasurementField field;
 };
 
-using PacketCodec::Measurement;
+using protocol::Measurement;
 
 constexpr NamedField cFields[] = {
     {"mainInputVoltage", &Measurement::mainInputVoltage},
@@ -39,7 +39,7 @@ MeasurementField measurementField(const QString& name)
     return nullptr;
 }
 
-PacketCodec::Measurement uniformMeasurement(float value)
+protocol::Measurement uniformMeasurement(float value)
 {
     Measurement measurement;
     for (const NamedField& entry : cFields)

@@ -6,10 +6,10 @@
 #include <QString>
 
 /// A value of a measurement packet; there are fourteen.
-using MeasurementField = float PacketCodec::Measurement::*;
+using MeasurementField = float protocol::Measurement::*;
 
 /// Returns the value with \a name ("mainInputVoltage", "typeCMah", …), or null.
 MeasurementField measurementField(const QString& name);
 
 /// Returns a measurement with all values equal to \a value.
-PacketCodec::Measurement uniformMeasurement(float value);
+protocol::Measurement uniformMeasurement(float value);

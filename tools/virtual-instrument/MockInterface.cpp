@@ -24,7 +24,7 @@
 namespace {
 
 /// Size of the report id that the host writes before each report.
-constexpr int cHostReportSize = PacketCodec::cPacketSize + 1;
+constexpr int cHostReportSize = protocol::cPacketSize + 1;
 constexpr int cOpenCheckMs = 5;
 constexpr mode_t cNodeGranted = 0666;
 constexpr mode_t cNodeDenied = 0;
@@ -38,11 +38,11 @@ constexpr unsigned char cReportDescriptor[] = {
     0x09, 0x01, //   usage (1)
     0x15, 0x00, //   logical minimum (0)
     0x26, 0xff,
-    0x00,                           //   logical maximum (255)
-    0x75, 0x08,                     //   report size (8 bits)
-    0x95, PacketCodec::cPacketSize, //   report count
-    0x81, 0x02,                     //   input (data, variable, absolute)
-    0x09, 0x01,                     //   usage (1)
+    0x00,                        //   logical maximum (255)
+    0x75, 0x08,                  //   report size (8 bits)
+    0x95, protocol::cPacketSize, //   report count
+    0x81, 0x02,                  //   input (data, variable, absolute)
+    0x09, 0x01,                  //   usage (1)
     0x75, 0x08,
     0x95, 0x40, //   report size and count
     0x91, 0x02, //   output (data, variable, absolute)
@@ -318,7 +318,7 @@ void MockInterface::readHost()
         return;
     m_received.append(buffer, static_cast<int>(size));
     while (m_received.size() >= cHostReportSize) {
-        const QByteArray report = m_received.mid(1, PacketCodec::cPacketSize);
+        const QByteArray report = m_received.mid(1, protocol::cPacketSize);
         m_received.remove(0, cHostReportSize);
         Q_EMIT reportReceived(report);
     }

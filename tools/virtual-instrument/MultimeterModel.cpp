@@ -70,9 +70,9 @@ MultimeterModel::Contact MultimeterModel::contact() const
     return m_contactSec < cSettledAt ? Contact::Settling : Contact::Steady;
 }
 
-PacketCodec::MultimeterReading MultimeterModel::reading()
+protocol::MultimeterReading MultimeterModel::reading()
 {
-    const int mode = m_function == PacketCodec::BuzzerFunction ? cDiodeMode : m_function + 1;
+    const int mode = m_function == protocol::BuzzerFunction ? cDiodeMode : m_function + 1;
     return {mode, readingText()};
 }
 

@@ -12,7 +12,7 @@
 class MultimeterModel
 {
 public:
-    using Function = PacketCodec::MultimeterFunction;
+    using Function = protocol::MultimeterFunction;
     enum class Contact { Open, Settling, Steady };
 
     /// Advances the time by \a seconds.
@@ -25,7 +25,7 @@ public:
     Contact contact() const;
     /// Returns the reading with its unit; the text is constant during steady contact. The mode is 1 (voltage)
     /// to 4 (diode); the buzzer function reports 4.
-    PacketCodec::MultimeterReading reading();
+    protocol::MultimeterReading reading();
 
     /// Holds the reading at \a text. An empty text releases it.
     void holdReading(const QString& text) { m_heldReading = text; }
@@ -33,7 +33,7 @@ public:
 private:
     QString readingText();
 
-    Function m_function = PacketCodec::VoltageFunction;
+    Function m_function = protocol::VoltageFunction;
     double m_contactSec = 0;
     int m_specimen = 0;
     QString m_heldReading;

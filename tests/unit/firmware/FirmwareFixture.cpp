@@ -22,7 +22,7 @@ QByteArray catalogueOf(const QString& type, const QStringList& urls, const QStri
 
 FirmwareFixture::FirmwareFixture() : settings(std::make_shared<SettingsFile>()), log("test_%1.log", settings)
 {
-    QDir(DataFolders::logs()).removeRecursively();
+    QDir(folders::logs()).removeRecursively();
     QDir(cacheFolder()).removeRecursively();
     settings->setValue(setting::usbDebugEnabled, true);
     bootMode.findUsbDevice = [](const QString&, const QString&, const platform::ProcessRun&) {

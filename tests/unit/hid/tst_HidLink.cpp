@@ -33,9 +33,9 @@ private Q_SLOTS:
                 [&] { events.append(link.connected() ? "connected" : "disconnected"); });
         connect(&link, &HidLink::measurementChanged, &link,
                 [&] { events.append(QString::number(double(link.mainInputVoltage()))); });
-        FakeHidApi::send(cPath, measurement(5));
-        FakeHidApi::send(cPath, measurement(9));
-        FakeHidApi::failReads(cPath, "unplugged");
+        fakehid::send(cPath, measurement(5));
+        fakehid::send(cPath, measurement(9));
+        fakehid::failReads(cPath, "unplugged");
         QTRY_COMPARE(events.size(), 5);
         QCOMPARE(events,
                  QStringList({"5", "9", "HID read failed. unplugged still connected", "disconnected", "0"}));
@@ -46,13 +46,13 @@ private Q_SLOTS:
         plugIn();
         HidLink link(nullptr, nullptr);
         QVERIFY(link.openDevice());
-        FakeHidApi::failWrites(cPath, true);
+        fakehid::failWrites(cPath, true);
         QSignalSpy errors(&link, &HidLink::errorOccurred);
         QVERIFY(!link.sendUiControlPacket(2));
         QCOMPARE(errors.count(), 1);
         QCOMPARE(errors.value(0), QVariantList{"HID write failed."});
         QVERIFY(!link.connected());
-        FakeHidApi::failWrites(cPath, false);
+        fakehid::failWrites(cPath, false);
         QVERIFY(link.sendUiControlPacket(2));
         QVERIFY(link.connected());
     }
@@ -64,9 +64,9 @@ private Q_SLOTS:
         HidLink link(nullptr, nullptr);
         QVERIFY(link.openDevice());
         receive(link, measurement(5));
-        receive(link, PacketCodec::encode(PacketCodec::DeviceInfo{"id", "version"}));
-        receive(link, PacketCodec::encode(PacketCodec::MultimeterReading{1, "1.5 V"}));
-        receive(link, PacketCodec::encodeDeviceLog("hello"));
+        receive(link, protocol::encode(protocol::DeviceInfo{"id", "version"}));
+        receive(link, protocol::encode(protocol::MultimeterReading{1, "1.5 V"}));
+        receive(link, protocol::encodeDeviceLog("hello"));
         QVERIFY(link.sendUiControlPacket(1));
         QVERIFY(!link.lastRxPacket().isEmpty() && !link.lastTxPacket().isEmpty());
         const QVariantList logs = link.deviceLogs();

@@ -14,8 +14,8 @@ private Q_SLOTS:
     void init()
     {
         TestCase::init();
-        QDir(DataFolders::curves()).removeRecursively();
-        QFile::remove(DataFolders::curves());
+        QDir(folders::curves()).removeRecursively();
+        QFile::remove(folders::curves());
         m_link = std::make_unique<HidLink>(nullptr, nullptr);
         m_link->setClock([this] { return m_now.toMSecsSinceEpoch(); });
     }
@@ -25,9 +25,9 @@ private Q_SLOTS:
         QSignalSpy archived(m_link.get(), &HidLink::curveArchived);
         QSignalSpy loaded(m_link.get(), &HidLink::curveArchiveLoaded);
         const QString path = m_link->archiveCurrentCurve({1.5, 2}, {0.25, "no number", 0.75}, 0.5);
-        QCOMPARE(path, DataFolders::curves() + QStringLiteral("/curve_20260301_140509.json"));
+        QCOMPARE(path, folders::curves() + QStringLiteral("/curve_20260301_140509.json"));
         QCOMPARE(archived.value(0), QVariantList{path});
-        QVERIFY(QFile::exists(DataFolders::curves() + QStringLiteral("/curve_20260301_140509.csv")));
+        QVERIFY(QFile::exists(folders::curves() + QStringLiteral("/curve_20260301_140509.csv")));
 
         const QVariantMap expected{{"filePath", path},
                                    {"createdAt", "2026-03-01T14:05:09"},
@@ -58,7 +58,7 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QFETCH(QString, fault);
         QSignalSpy errors(m_link.get(), &HidLink::errorOccurred);
-        const QString folder = DataFolders::curves();
+        const QString folder = folders::curves();
         QString path = folder + QStringLiteral("/curve_20260301_140509.json");
         if (fault == QLatin1String("folder")) {
             path = folder;

@@ -11,7 +11,7 @@ namespace {
 QStringList linkLog()
 {
     const QString path =
-        DataFolders::logs() + timeText(QDateTime::currentDateTime(), "'/hid_link_'yyyyMMdd'.log'");
+        folders::logs() + timeText(QDateTime::currentDateTime(), "'/hid_link_'yyyyMMdd'.log'");
     QStringList lines = QString::fromUtf8(test::contentOf(path)).split(QLatin1Char('\n'));
     if (!lines.takeLast().isEmpty())
         return {"the last line has no end"};
@@ -34,7 +34,7 @@ private:
     /// The lines of the instrument's log file.
     static QStringList deviceLog()
     {
-        const QByteArray text = test::contentOf(DataFolders::logs() + "/device_log_20260301.txt");
+        const QByteArray text = test::contentOf(folders::logs() + "/device_log_20260301.txt");
         return QString::fromLocal8Bit(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     }
 
@@ -45,7 +45,7 @@ private Q_SLOTS:
     void init()
     {
         FakeBusTest::init();
-        QDir(DataFolders::logs()).removeRecursively();
+        QDir(folders::logs()).removeRecursively();
         m_link = std::make_unique<HidLink>(nullptr, nullptr, m_settings);
         m_link->setClock([] { return QDateTime(QDate(2026, 3, 1), QTime(14, 5, 9)).toMSecsSinceEpoch(); });
         setDebug(true);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QVERIFY(link().sendUiControlPacket(1));
         receive(link(), QByteArray(64, '\x7F'));
         link().closeDevice();
-        QCOMPARE(QDir(DataFolders::logs()).entryList({"hid_link_*"}), QStringList());
+        QCOMPARE(QDir(folders::logs()).entryList({"hid_link_*"}), QStringList());
     }
 
     void traceOfBothDirections()
@@ -73,8 +73,8 @@ private Q_SLOTS:
         QVERIFY(link().openDevice());
         const int before = linkLog().size();
         QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
-        const QByteArray request = PacketCodec::encode(PacketCodec::UiControl{1, 2, 255, 255, 255});
-        QTest::ignoreMessage(QtDebugMsg, qPrintable("[HID][TX] " + PacketCodec::formatPacket(request)));
+        const QByteArray request = protocol::encode(protocol::UiControl{1, 2, 255, 255, 255});
+        QTest::ignoreMessage(QtDebugMsg, qPrintable("[HID][TX] " + protocol::formatPacket(request)));
         QVERIFY(link().sendUiControlPacket(2));
         QTest::ignoreMessage(QtDebugMsg, "[HID][RX] len=8 00 10 08 02 04 03 02 01");
         QTest::ignoreMessage(QtDebugMsg,
@@ -83,22 +83,22 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtDebugMsg, "[HID][RX] len=3 00 03 40");
         receive(link(), QByteArray::fromHex("000340"));
         QTest::ignoreMessage(QtDebugMsg, "[HID][04][Multimeter] mode= 2 value= 4.7kΩ");
-        const QByteArray reading = PacketCodec::encode(PacketCodec::MultimeterReading{2, "4.7kOhm"});
+        const QByteArray reading = protocol::encode(protocol::MultimeterReading{2, "4.7kOhm"});
         receive(link(), reading);
         QCOMPARE(trace.count(), 4);
         QCOMPARE(linkLog().mid(before),
-                 QStringList({"HID TX: " + PacketCodec::formatPacket(request),
+                 QStringList({"HID TX: " + protocol::formatPacket(request),
                               "HID RX: len=8 00 10 08 02 04 03 02 01",
                               "UI control packet received. direction=2 layer0=4 layer1=3 layer2=2 layer3=1",
                               "HID RX: len=3 00 03 40", "Received invalid/unknown HID packet: len=3 00 03 40",
-                              "HID RX: " + PacketCodec::formatPacket(reading)}));
+                              "HID RX: " + protocol::formatPacket(reading)}));
         // Switched at once, without a new link.
         setDebug(false);
         receive(link(), QByteArray::fromHex("000340"));
         QCOMPARE(linkLog().size(), before + 6);
         // What could not be sent is shown as well.
         setDebug(true);
-        FakeHidApi::failWrites(cPath, true);
+        fakehid::failWrites(cPath, true);
         QVERIFY(!link().sendUiControlPacket(3));
         QVERIFY(linkLog().constLast().startsWith("HID TX: len=64 00 10 40 01 03 FF"));
     }
@@ -107,8 +107,8 @@ private Q_SLOTS:
     {
         QVERIFY(link().openDevice());
         QSignalSpy errors(&link(), &HidLink::errorOccurred);
-        FakeHidApi::send(cPath, QByteArray::fromHex("000503"));
-        FakeHidApi::failReads(cPath, "unplugged");
+        fakehid::send(cPath, QByteArray::fromHex("000503"));
+        fakehid::failReads(cPath, "unplugged");
         QVERIFY(errors.wait());
         const QStringList lines = linkLog();
         QCOMPARE(lines.mid(lines.size() - 2),
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QSignalSpy lastChanged(&link(), &HidLink::deviceLogChanged);
         QSignalSpy listChanged(&link(), &HidLink::deviceLogsChanged);
         for (int i = 1; i <= 501; ++i)
-            receive(link(), PacketCodec::encodeDeviceLog(QString::fromUtf8("Ereignis № %1").arg(i)));
+            receive(link(), protocol::encodeDeviceLog(QString::fromUtf8("Ereignis № %1").arg(i)));
         QCOMPARE(lastChanged.count(), 501);
         QCOMPARE(listChanged.count(), 501);
         const QString last = QString::fromUtf8("[2026-03-01 14:05:09] Ereignis № 501");
@@ -152,9 +152,9 @@ private Q_SLOTS:
         QFETCH(bool, atExit);
         QVERIFY(link().openDevice());
         const QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
-        FakeHidApi::send(cPath, measurement(5));
-        FakeHidApi::send(cPath, PacketCodec::encodeDeviceLog("last words"));
-        FakeHidApi::failReads(cPath, "gone");
+        fakehid::send(cPath, measurement(5));
+        fakehid::send(cPath, protocol::encodeDeviceLog("last words"));
+        fakehid::failReads(cPath, "gone");
         QVERIFY(waitForReaders());
         if (atExit)
             m_link.reset();
@@ -168,11 +168,11 @@ private Q_SLOTS:
     void logFolderThatCannotBeWritten()
     {
         // A file where the folder should be: lines are lost, nothing else.
-        QDir(DataFolders::logs()).removeRecursively();
-        QFile inTheWay(QFileInfo(DataFolders::logs()).absolutePath() + QStringLiteral("/Logs"));
+        QDir(folders::logs()).removeRecursively();
+        QFile inTheWay(QFileInfo(folders::logs()).absolutePath() + QStringLiteral("/Logs"));
         QDir().rmdir(inTheWay.fileName());
         QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-        receive(link(), PacketCodec::encodeDeviceLog("hello"));
+        receive(link(), protocol::encodeDeviceLog("hello"));
         QCOMPARE(link().deviceLogs().size(), 1);
         QVERIFY(inTheWay.remove());
     }

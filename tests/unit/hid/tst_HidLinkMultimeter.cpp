@@ -9,12 +9,11 @@
 
 namespace {
 
-constexpr int kVoltageMode = ::MultimeterReading::Voltage;
+constexpr int cVoltageMode = ::MultimeterReading::Voltage;
 
 QJsonArray historyFile()
 {
-    return QJsonDocument::fromJson(test::contentOf(DataFolders::database() + "/multimeter_history.json"))
-        .array();
+    return QJsonDocument::fromJson(test::contentOf(folders::database() + "/multimeter_history.json")).array();
 }
 
 } // namespace
@@ -27,7 +26,7 @@ private Q_SLOTS:
     void init()
     {
         TestCase::init();
-        QDir(DataFolders::database()).removeRecursively();
+        QDir(folders::database()).removeRecursively();
         keepHistory(false);
         newLink();
     }
@@ -54,7 +53,7 @@ private Q_SLOTS:
 
     void closingKeepsTheHistories()
     {
-        receive(kVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
         m_link->closeDevice();
         QCOMPARE(m_link->multimeterMode(), 0);
         QCOMPARE(m_link->multimeterValue() + m_link->multimeterNumericValue() + m_link->multimeterUnit(),
@@ -62,15 +61,15 @@ private Q_SLOTS:
         QCOMPARE(m_link->multimeterCurrentTable().size(), 0);
         QCOMPARE(m_link->multimeterSessionHistory().size(), 1);
         // A new connection counts and records anew.
-        receive(kVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
         QCOMPARE(m_link->multimeterCurrentTable().size(), 1);
         QCOMPARE(m_link->multimeterSessionHistory().size(), 2);
     }
 
     void rowsAreRemovedAndCleared()
     {
-        receive(kVoltageMode, "1.5V", 5);
-        receive(kVoltageMode, "2.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "2.5V", 5);
         QSignalSpy tableChanged(m_link.get(), &HidLink::multimeterCurrentTableChanged);
         m_link->removeMultimeterCurrentTableRow(-1);
         m_link->removeMultimeterCurrentTableRow(2);
@@ -84,28 +83,28 @@ private Q_SLOTS:
         QCOMPARE(m_link->multimeterCurrentTable().size(), 0);
         QCOMPARE(m_link->multimeterSessionHistory().size(), 2);
         // The steady reading is not recorded again at once; another one is.
-        receive(kVoltageMode, "2.5V", 5);
+        receive(cVoltageMode, "2.5V", 5);
         QCOMPARE(m_link->multimeterCurrentTable().size(), 0);
-        receive(kVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
         QCOMPARE(m_link->multimeterCurrentTable().size(), 1);
     }
 
     void withoutPersistenceTheFileIsLeftAlone()
     {
         QSignalSpy historyChanged(m_link.get(), &HidLink::multimeterHistoryChanged);
-        receive(kVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
         QCOMPARE(m_link->multimeterHistory().size(), 0);
         QCOMPARE(historyChanged.count(), 0);
         m_link->clearMultimeterHistory();
         QCOMPARE(historyChanged.count(), 1);
         QCOMPARE(m_link->multimeterSessionHistory().size(), 0);
-        QVERIFY(QDir(DataFolders::database()).isEmpty());
+        QVERIFY(QDir(folders::database()).isEmpty());
     }
 
     void historyComesBackAfterARestart()
     {
         keepHistory(true);
-        receive(kVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
         receive(4, "0.7V", 5);
         const QVariantList rows = m_link->multimeterHistory();
         QCOMPARE(rows.size(), 2);
@@ -115,14 +114,14 @@ private Q_SLOTS:
         QCOMPARE(m_link->multimeterSessionHistory().size(), 0);
         m_link->clearMultimeterHistory();
         QCOMPARE(historyFile().size(), 0);
-        QVERIFY(!QDir(DataFolders::database()).isEmpty());
+        QVERIFY(!QDir(folders::database()).isEmpty());
     }
 
     void persistenceSwitchedOnWhileRunning()
     {
-        receive(kVoltageMode, "1.5V", 5);
+        receive(cVoltageMode, "1.5V", 5);
         keepHistory(true);
-        receive(kVoltageMode, "2.5V", 5);
+        receive(cVoltageMode, "2.5V", 5);
         QCOMPARE(historyFile().size(), 1);
         QCOMPARE(m_link->multimeterSessionHistory().size(), 2);
     }
@@ -130,12 +129,12 @@ private Q_SLOTS:
     void aHistoryThatCouldNotBeSavedIsSavedAtTheEnd()
     {
         keepHistory(true);
-        receive(kVoltageMode, "1.5V", 5);
-        const QString folder = DataFolders::database();
+        receive(cVoltageMode, "1.5V", 5);
+        const QString folder = folders::database();
         QVERIFY(QDir(folder).removeRecursively());
         QFile inPlaceOfTheFolder(folder);
         QVERIFY(inPlaceOfTheFolder.open(QIODevice::WriteOnly));
-        receive(kVoltageMode, "2.5V", 5);
+        receive(cVoltageMode, "2.5V", 5);
         QCOMPARE(m_link->multimeterHistory().size(), 2);
         QVERIFY(inPlaceOfTheFolder.remove());
         m_link.reset();
@@ -155,7 +154,7 @@ private:
     {
         for (int i = 0; i < count; ++i) {
             m_now += 100;
-            const QByteArray packet = PacketCodec::encode(PacketCodec::MultimeterReading{mode, text});
+            const QByteArray packet = protocol::encode(protocol::MultimeterReading{mode, text});
             QVERIFY(
                 QMetaObject::invokeMethod(m_link.get(), "handleIncomingPacket", Q_ARG(QByteArray, packet)));
         }

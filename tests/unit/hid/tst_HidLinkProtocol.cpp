@@ -58,11 +58,11 @@ private Q_SLOTS:
         HidLink link(nullptr, nullptr);
         QSignalSpy changed(&link, &HidLink::measurementChanged);
         QSignalSpy infoChanged(&link, &HidLink::deviceInfoChanged);
-        PacketCodec::Measurement sent;
+        protocol::Measurement sent;
         sent.mainInputVoltage = 12.5F;
         sent.typeCMah = 33;
         sent.typeCTimeSec = 44;
-        QByteArray packet = PacketCodec::encode(sent);
+        QByteArray packet = protocol::encode(sent);
         receive(link, packet.left(59));
         receive(link, packet);
         // A wrong length byte spoils the log line only.
@@ -78,8 +78,8 @@ private Q_SLOTS:
         QCOMPARE(link.typeCMah() + link.typeCTimeSec(), 0.0F);
         QCOMPARE(link.mainInputVoltage(), 12.5F);
 
-        receive(link, PacketCodec::encode(PacketCodec::DeviceInfo{"ABC", "1.2.3"}));
-        receive(link, PacketCodec::encode(PacketCodec::DeviceInfo{"ABC", "1.2.3"}));
+        receive(link, protocol::encode(protocol::DeviceInfo{"ABC", "1.2.3"}));
+        receive(link, protocol::encode(protocol::DeviceInfo{"ABC", "1.2.3"}));
         QCOMPARE(infoChanged.count(), 2);
         QCOMPARE(link.deviceId() + ' ' + link.deviceVersion(), QStringLiteral("ABC 1.2.3"));
     }
@@ -107,14 +107,14 @@ private Q_SLOTS:
         const QList<QByteArray> packets{{},
                                         QByteArray::fromHex("000103"),
                                         QByteArray(64, '\x7E'),
-                                        PacketCodec::encode(PacketCodec::CurveData{1, 0, {}}),
+                                        protocol::encode(protocol::CurveData{1, 0, {}}),
                                         measurement(1).left(58),
-                                        PacketCodec::encode(PacketCodec::DeviceInfo{"A", "1"}).left(34),
+                                        protocol::encode(protocol::DeviceInfo{"A", "1"}).left(34),
                                         QByteArray::fromHex("00100802ff8000"),
-                                        PacketCodec::encodeDeviceLog("   ")};
+                                        protocol::encodeDeviceLog("   ")};
         for (const QByteArray& packet : packets) {
             receive(link, packet);
-            QCOMPARE(link.lastRxPacket(), PacketCodec::formatPacket(packet));
+            QCOMPARE(link.lastRxPacket(), protocol::formatPacket(packet));
             for (const auto& spy : others)
                 QVERIFY2(spy->isEmpty(), spy->signal() + link.lastRxPacket().toLatin1());
         }
@@ -128,11 +128,11 @@ private Q_SLOTS:
         // Opens the device by itself.
         QVERIFY(link.sendUiControlPacket(2));
         QVERIFY(link.sendUiControlPacket(4, 3, 0, 1, 2));
-        const QList<QByteArray> reports = FakeHidApi::written(cPath);
+        const QList<QByteArray> reports = fakehid::written(cPath);
         QCOMPARE(reports.size(), 2);
         QCOMPARE(reports.at(0), QByteArray::fromHex("00 00104001 02ffffff") + QByteArray(56, '\0'));
         QCOMPARE(reports.at(1), QByteArray::fromHex("00 00104002 04030001") + QByteArray(56, '\0'));
-        QCOMPARE(link.lastTxPacket(), PacketCodec::formatPacket(reports.at(1).mid(1)));
+        QCOMPARE(link.lastTxPacket(), protocol::formatPacket(reports.at(1).mid(1)));
     }
 
     void nothingIsSentWithoutADevice()
@@ -169,7 +169,7 @@ private Q_SLOTS:
         for (int i = 0; i < points; ++i)
             values.append(i + 0.25);
         QCOMPARE(link.sendCurveData(values), packets >= 0);
-        const QList<QByteArray> reports = FakeHidApi::written(cPath);
+        const QList<QByteArray> reports = fakehid::written(cPath);
         QCOMPARE(reports.size(), qMax(0, packets));
         QCOMPARE(errors.count(), packets < 0 ? 1 : 0);
         if (packets < 0) {
@@ -180,7 +180,7 @@ private Q_SLOTS:
         for (int i = 0; i < reports.size(); ++i) {
             QCOMPARE(reports.at(i).size(), 65);
             QCOMPARE(reports.at(i).left(4), QByteArray::fromHex("00000340"));
-            const auto part = PacketCodec::decodeCurveData(reports.at(i).mid(1));
+            const auto part = protocol::decodeCurveData(reports.at(i).mid(1));
             QVERIFY(part.has_value());
             QCOMPARE(part->packetCount, packets);
             QCOMPARE(part->packetIndex, i);
@@ -197,7 +197,7 @@ private Q_SLOTS:
         plugIn();
         HidLink link(nullptr, nullptr);
         QVERIFY(link.sendCurveData({"2.5", "volts", QVariant(), true}));
-        const auto part = PacketCodec::decodeCurveData(FakeHidApi::written(cPath).at(0).mid(1));
+        const auto part = protocol::decodeCurveData(fakehid::written(cPath).at(0).mid(1));
         QCOMPARE(part->points[0], 2.5F);
         QCOMPARE(part->points[1], 0.0F);
         QCOMPARE(part->points[2], 0.0F);
@@ -212,14 +212,14 @@ private Q_SLOTS:
         QVERIFY(link.openDevice());
         connect(&link, &HidLink::packetTraceChanged, &link, [&sent] {
             if (++sent == 3)
-                FakeHidApi::failWrites(cPath, true);
+                fakehid::failWrites(cPath, true);
         });
         QVariantList values;
         for (int i = 0; i < 140; ++i)
             values.append(i);
         QSignalSpy errors(&link, &HidLink::errorOccurred);
         QVERIFY(!link.sendCurveData(values));
-        QCOMPARE(FakeHidApi::written(cPath).size(), 2);
+        QCOMPARE(fakehid::written(cPath).size(), 2);
         QCOMPARE(errors.count(), 1);
         QVERIFY(!link.connected());
     }

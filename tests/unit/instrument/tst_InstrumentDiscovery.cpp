@@ -7,23 +7,23 @@ namespace {
 /// Adds a candidate of the discovery table; \a kind says what it does when it is opened and listened to.
 void plugInCandidate(const QString& kind, const QByteArray& path)
 {
-    FakeHidApi::Device device;
+    fakehid::Device device;
     device.path = kind == QLatin1String("nopath") ? QByteArray() : path;
     if (kind == QLatin1String("closed"))
         device.failingOpens = -1;
     if (kind == QLatin1String("closed once") || kind == QLatin1String("talks on the second opening"))
         device.failingOpens = 1;
-    FakeHidApi::plugIn(device);
+    fakehid::plugIn(device);
     const int invalidPackets = kind == QLatin1String("talks third") ? 2
                                : kind == QLatin1String("garbage")   ? 3
                                                                     : 0;
     for (int i = 0; i < invalidPackets; ++i)
-        FakeHidApi::send(path, QByteArray(PacketCodec::cPacketSize, '\x7F'));
+        fakehid::send(path, QByteArray(protocol::cPacketSize, '\x7F'));
     // "garbage" talks too, but too late.
     if (kind.startsWith(QLatin1String("talks")) || kind == QLatin1String("garbage"))
-        FakeHidApi::send(path, PacketCodec::encode(PacketCodec::DeviceInfo{QString::fromLatin1(path), {}}));
+        fakehid::send(path, protocol::encode(protocol::DeviceInfo{QString::fromLatin1(path), {}}));
     if (kind == QLatin1String("readfail"))
-        FakeHidApi::failReads(path, "broken");
+        fakehid::failReads(path, "broken");
 }
 
 } // namespace
@@ -78,37 +78,37 @@ private Q_SLOTS:
             plugInCandidate(candidates.at(i), '/' + QByteArray::number(i));
         const InstrumentDiscovery::Found found = InstrumentDiscovery().find(true);
         QCOMPARE(bool(found.device), !opened.isEmpty());
-        QTEST(FakeHidApi::record().openedPaths, "attempts");
+        QTEST(fakehid::record().openedPaths, "attempts");
         if (!opened.isEmpty())
             QCOMPARE(found.path, opened);
         // What was read while probing is not lost.
-        const auto info = PacketCodec::decodeDeviceInfo(found.firstPacket);
+        const auto info = protocol::decodeDeviceInfo(found.firstPacket);
         QCOMPARE(info ? info->deviceId : QString(), probed ? opened : QString());
     }
 
     void failedInitialisationIsTriedAgain()
     {
-        FakeHidApi::failInit(1);
+        fakehid::failInit(1);
         {
             InstrumentDiscovery discovery(m_logSink);
             QVERIFY(!discovery.ensureHidInitialized());
             QCOMPARE(m_log, QStringList{"hid_init failed."});
             QVERIFY(discovery.ensureHidInitialized());
             QVERIFY(discovery.ensureHidInitialized());
-            QCOMPARE(FakeHidApi::record().initCalls, 2);
+            QCOMPARE(fakehid::record().initCalls, 2);
         }
-        QCOMPARE(FakeHidApi::record().exitCalls, 1);
+        QCOMPARE(fakehid::record().exitCalls, 1);
     }
 
     void logOfTheOnlyCandidate()
     {
-        FakeHidApi::Device device;
+        fakehid::Device device;
         device.path = cPath;
         device.interfaceNumber = 2;
         device.releaseNumber = 0x1A;
         device.manufacturer = QString::fromUtf8("Mäker");
         device.product = QStringLiteral("Meter");
-        FakeHidApi::plugIn(device);
+        fakehid::plugIn(device);
         InstrumentDiscovery(m_logSink).find(true);
         QCOMPARE(m_log,
                  QStringList({"tryOpenDevice started. vid=0x0483 pid=0x5750",
@@ -125,10 +125,10 @@ private Q_SLOTS:
     {
         for (const char* path : {"/a", "/b", "/c"})
             plugIn(path);
-        FakeHidApi::failReads("/a", "broken");
-        FakeHidApi::send("/b", QByteArray::fromHex("7f7f7f"));
-        FakeHidApi::failReads("/b", "broken");
-        FakeHidApi::send("/c", QByteArray::fromHex("000503"));
+        fakehid::failReads("/a", "broken");
+        fakehid::send("/b", QByteArray::fromHex("7f7f7f"));
+        fakehid::failReads("/b", "broken");
+        fakehid::send("/c", QByteArray::fromHex("000503"));
         InstrumentDiscovery(m_logSink).find(true);
         QCOMPARE(
             m_log.filter(QRegularExpression(QStringLiteral("probe|selected"))),
@@ -140,7 +140,7 @@ private Q_SLOTS:
 
     void refusedAccessIsSaidOncePerChange()
     {
-        FakeHidApi::Device device;
+        fakehid::Device device;
         device.path = cPath;
         device.failingOpens = -1;
         device.accessAdvice = QStringLiteral("not allowed, but there is a way out");
@@ -155,7 +155,7 @@ private Q_SLOTS:
         discovery.find(true);
         QCOMPARE(warnings.size(), 0);
         // A silent attempt may have come before the system set the permissions of a new node.
-        FakeHidApi::plugIn(device);
+        fakehid::plugIn(device);
         discovery.find(false);
         QCOMPARE(warnings.size(), 0);
         QCOMPARE(
@@ -168,9 +168,9 @@ private Q_SLOTS:
         discovery.find(true);
         QCOMPARE(warnings.size(), 1);
         // Gone and back: a change.
-        FakeHidApi::unplug(cPath);
+        fakehid::unplug(cPath);
         discovery.find(false);
-        FakeHidApi::plugIn(device);
+        fakehid::plugIn(device);
         discovery.find(true);
         QCOMPARE(warnings.size(), 2);
         qInstallMessageHandler(next);

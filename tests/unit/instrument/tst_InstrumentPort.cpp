@@ -42,7 +42,7 @@ public:
     TestPort()
     {
         connect(this, &InstrumentPort::packetReceived, this, [this](const InstrumentPacket& packet) {
-            const auto values = PacketCodec::decodeMeasurement(packet.bytes);
+            const auto values = protocol::decodeMeasurement(packet.bytes);
             const QString number = QString::number(values ? double(values->mainInputVoltage) : -1);
             events.append(state() == State::Closing ? '(' + number + ')' : number);
             readAt.push_back(packet.readAt);
@@ -74,7 +74,7 @@ private Q_SLOTS:
         for (int i = 1; i <= 50; ++i) {
             expected.append(QString::number(i));
             if (i > 1)
-                FakeHidApi::send(cPath, measurement(static_cast<float>(i)));
+                fakehid::send(cPath, measurement(static_cast<float>(i)));
         }
         TestPort port;
         QVERIFY(port.open(openHandle(cPath), measurement(1)));
@@ -96,12 +96,12 @@ private Q_SLOTS:
         QFETCH(QString, text);
         TestPort port;
         QVERIFY(port.open(openHandle(cPath)));
-        FakeHidApi::send(cPath, measurement(1));
-        FakeHidApi::send(cPath, measurement(2));
-        FakeHidApi::failReads(cPath, text);
+        fakehid::send(cPath, measurement(1));
+        fakehid::send(cPath, measurement(2));
+        fakehid::failReads(cPath, text);
         QTRY_COMPARE(port.events, QStringList({"Open", "1", "2", "Failed"}));
         QCOMPARE(port.failure(), "HID read failed. " + text);
-        QCOMPARE(FakeHidApi::record().openHandles, 0);
+        QCOMPARE(fakehid::record().openHandles, 0);
         QVERIFY(!port.write(measurement(1)));
     }
 
@@ -109,14 +109,14 @@ private Q_SLOTS:
     {
         TestPort port;
         QVERIFY(port.open(openHandle(cPath)));
-        FakeHidApi::failWrites(cPath, true);
+        fakehid::failWrites(cPath, true);
         QVERIFY(!port.write(measurement(1)));
         QCOMPARE(port.failure(), QStringLiteral("HID write failed."));
-        QCOMPARE(FakeHidApi::record().openHandles, 0);
-        FakeHidApi::failWrites(cPath, false);
+        QCOMPARE(fakehid::record().openHandles, 0);
+        fakehid::failWrites(cPath, false);
         QVERIFY(port.open(openHandle(cPath)));
         QVERIFY(port.write("\x01"));
-        QCOMPARE(FakeHidApi::written(cPath).value(0), QByteArray("\0\x01", 2) + QByteArray(63, '\0'));
+        QCOMPARE(fakehid::written(cPath).value(0), QByteArray("\0\x01", 2) + QByteArray(63, '\0'));
         QCOMPARE(port.events, QStringList({"Open", "Failed", "Open"}));
     }
 
@@ -124,18 +124,18 @@ private Q_SLOTS:
     {
         TestPort port;
         QVERIFY(port.open(openHandle(cPath)));
-        FakeHidApi::send(cPath, measurement(1));
-        FakeHidApi::send(cPath, measurement(2));
-        FakeHidApi::failReads(cPath, "gone");
+        fakehid::send(cPath, measurement(1));
+        fakehid::send(cPath, measurement(2));
+        fakehid::failReads(cPath, "gone");
         QVERIFY(waitForReaders());
         QVERIFY(port.close());
         QVERIFY(!port.close());
         QCOMPARE(port.events, QStringList({"Open", "(1)", "(2)", "Closed"}));
         // Nothing of it reaches the next opening.
-        FakeHidApi::reset();
+        fakehid::reset();
         plugIn();
         QVERIFY(port.open(openHandle(cPath)));
-        FakeHidApi::send(cPath, measurement(3));
+        fakehid::send(cPath, measurement(3));
         QTRY_COMPARE(port.events.mid(4), QStringList({"Open", "3"}));
         QVERIFY(port.failure().isEmpty());
     }
@@ -151,8 +151,8 @@ private Q_SLOTS:
         });
         QVERIFY(port.open(openHandle(cPath)));
         for (int i = 1; i <= 3; ++i)
-            FakeHidApi::send(cPath, measurement(static_cast<float>(i)));
-        FakeHidApi::failReads(cPath, "gone");
+            fakehid::send(cPath, measurement(static_cast<float>(i)));
+        fakehid::failReads(cPath, "gone");
         QVERIFY(waitForReaders());
         QTRY_COMPARE(port.events, QStringList({"Open", "1", "(2)", "(3)", "Closed", "Open", "7", "Failed"}));
     }
@@ -169,7 +169,7 @@ private Q_SLOTS:
     {
         TestPort port;
         QVERIFY(port.open(openHandle(cPath)));
-        QTRY_VERIFY(FakeHidApi::readPending(cPath));
+        QTRY_VERIFY(fakehid::readPending(cPath));
     }
 
     void vanishingTwoHundredTimesUnderFullLoad()
@@ -180,19 +180,19 @@ private Q_SLOTS:
             const QByteArray path = "/dev/hidraw" + QByteArray::number(cycle + 1);
             plugIn(path);
             for (int i = 0; i < 63; ++i)
-                FakeHidApi::send(path, measurement(static_cast<float>(cycle)));
+                fakehid::send(path, measurement(static_cast<float>(cycle)));
             port.events.clear();
             QVERIFY(port.open(openHandle(path)));
             // Vanish at different moments: with the first packet out, in the middle, when all are through.
             while (port.events.count(QString::number(cycle)) <= (cycle % 3) * 31)
                 QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            FakeHidApi::unplug(path);
+            fakehid::unplug(path);
             if (cycle % 4 == 0)
                 QVERIFY(!port.write(measurement(1))); // a write meets the empty port first
             while (port.isOpen())
                 QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             QCOMPARE(port.state(), InstrumentPort::State::Failed);
-            QCOMPARE(FakeHidApi::record().openHandles, 0);
+            QCOMPARE(fakehid::record().openHandles, 0);
         }
     }
 

@@ -19,11 +19,11 @@ private Q_SLOTS:
         InstrumentSupervisor supervisor;
         const QSignalSpy failures(&supervisor, &InstrumentSupervisor::openFailed);
         poll(supervisor, 4);
-        QCOMPARE(FakeHidApi::record().enumerations, 0);
+        QCOMPARE(fakehid::record().enumerations, 0);
         poll(supervisor, 1);
-        QCOMPARE(FakeHidApi::record().enumerations, 1);
+        QCOMPARE(fakehid::record().enumerations, 1);
         poll(supervisor, 5);
-        QCOMPARE(FakeHidApi::record().enumerations, 2);
+        QCOMPARE(fakehid::record().enumerations, 2);
         QCOMPARE(failures.count(), 0);
         plugIn();
         poll(supervisor, 5);
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QVERIFY(log.contains("No HID packet received within 10 seconds after open. Reopening device."));
         // One packet, valid or not, ends the rule for this opening.
         QSignalSpy packets(&supervisor.port(), &InstrumentPort::packetReceived);
-        FakeHidApi::send(cPath, QByteArray(1, '\x7F'));
+        fakehid::send(cPath, QByteArray(1, '\x7F'));
         QVERIFY(packets.wait());
         now += 1min;
         poll(supervisor, 10);

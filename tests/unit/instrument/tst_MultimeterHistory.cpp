@@ -7,12 +7,12 @@
 
 namespace {
 
-const QDateTime kNow(QDate(2026, 3, 1), QTime(14, 5, 9));
+const QDateTime cNow(QDate(2026, 3, 1), QTime(14, 5, 9));
 
 void recordRows(MultimeterHistory& history, int count, bool persistent = true)
 {
     for (int i = 0; i < count; ++i)
-        history.record(1, QString::number(i) + QLatin1Char('V'), kNow.addSecs(i), persistent);
+        history.record(1, QString::number(i) + QLatin1Char('V'), cNow.addSecs(i), persistent);
 }
 
 } // namespace
@@ -46,7 +46,7 @@ private Q_SLOTS:
         QFETCH(int, mode);
         QFETCH(QString, column);
         MultimeterHistory history;
-        QCOMPARE(history.record(mode, "4.7", kNow, false), !column.isEmpty());
+        QCOMPARE(history.record(mode, "4.7", cNow, false), !column.isEmpty());
         QCOMPARE(history.currentTable().size(), column.isEmpty() ? 0 : 1);
         if (column.isEmpty())
             return;
@@ -62,10 +62,10 @@ private Q_SLOTS:
     void listsAreCappedAndNewestFirst()
     {
         MultimeterHistory history;
-        recordRows(history, MultimeterHistory::kMaxRows + 3);
+        recordRows(history, MultimeterHistory::cMaxRows + 3);
         for (const QVariantList& rows :
              {history.currentTable(), history.sessionHistory(), history.persistentHistory()}) {
-            QCOMPARE(rows.size(), MultimeterHistory::kMaxRows);
+            QCOMPARE(rows.size(), MultimeterHistory::cMaxRows);
             QCOMPARE(rows.first().toMap().value("VoltageValue").toString(), QStringLiteral("1002V"));
             QCOMPARE(rows.last().toMap().value("VoltageValue").toString(), QStringLiteral("3V"));
         }
@@ -94,19 +94,19 @@ private Q_SLOTS:
 
     void loadingTakesEveryObjectAndRecordingCaps()
     {
-        constexpr int kRows = MultimeterHistory::kMaxRows + 500;
+        constexpr int cRows = MultimeterHistory::cMaxRows + 500;
         QJsonArray rows{1, "text", QJsonArray(), QJsonValue::Null};
-        for (int i = 0; i < kRows; ++i)
+        for (int i = 0; i < cRows; ++i)
             rows.append(QJsonObject{{"VoltageValue", QString::number(i)}});
         QVERIFY(test::writeFile(m_path, QJsonDocument(rows).toJson()));
         MultimeterHistory history;
         history.load(m_path);
-        QCOMPARE(history.persistentHistory().size(), kRows);
+        QCOMPARE(history.persistentHistory().size(), cRows);
         recordRows(history, 1);
-        QCOMPARE(history.persistentHistory().size(), MultimeterHistory::kMaxRows);
+        QCOMPARE(history.persistentHistory().size(), MultimeterHistory::cMaxRows);
         QVERIFY(history.save(m_path));
         QCOMPARE(QJsonDocument::fromJson(test::contentOf(m_path)).array().size(),
-                 MultimeterHistory::kMaxRows);
+                 MultimeterHistory::cMaxRows);
     }
 
     void aFileThatWasNotReadIsKept_data()
@@ -157,17 +157,17 @@ private Q_SLOTS:
         const QByteArray before = test::contentOf(m_path);
         MultimeterHistory history;
         history.load(m_path);
-        recordRows(history, MultimeterHistory::kMaxRows);
+        recordRows(history, MultimeterHistory::cMaxRows);
         {
             const test::FileSizeLimit diskFull(10000);
             QVERIFY(!history.save(m_path));
         }
         QCOMPARE(test::contentOf(m_path), before);
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1);
-        QCOMPARE(history.persistentHistory().size(), MultimeterHistory::kMaxRows);
+        QCOMPARE(history.persistentHistory().size(), MultimeterHistory::cMaxRows);
         QVERIFY(history.save(m_path));
         QCOMPARE(QJsonDocument::fromJson(test::contentOf(m_path)).array().size(),
-                 MultimeterHistory::kMaxRows);
+                 MultimeterHistory::cMaxRows);
     }
 
     void noFolderAndFolderInPlaceOfTheFile()

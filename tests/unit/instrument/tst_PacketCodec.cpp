@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-using namespace PacketCodec;
+using namespace protocol;
 
 namespace {
 
@@ -227,9 +227,9 @@ private Q_SLOTS:
         // 19 bytes and an ohm sign of two: the sign does not fit into 20.
         const QString digits(19, QLatin1Char('1'));
         const QString ohm = QString::fromUtf8("Ω");
-        QCOMPARE(decodeMultimeter(encode(PacketCodec::MultimeterReading{2, digits + ohm}))->text, digits);
+        QCOMPARE(decodeMultimeter(encode(protocol::MultimeterReading{2, digits + ohm}))->text, digits);
         const QString exact = digits.left(18) + ohm;
-        QCOMPARE(decodeMultimeter(encode(PacketCodec::MultimeterReading{2, exact}))->text, exact);
+        QCOMPARE(decodeMultimeter(encode(protocol::MultimeterReading{2, exact}))->text, exact);
         const QString longLog = QString(60, QLatin1Char('a')) + ohm;
         QCOMPARE(encodeDeviceLog(longLog).size(), cPacketSize);
         QCOMPARE(decodeDeviceLog(encodeDeviceLog(longLog)).value(), longLog.left(60));

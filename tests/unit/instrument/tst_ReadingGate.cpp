@@ -140,20 +140,20 @@ private Q_SLOTS:
 
     void twelveHoursKeepTheTableSmall()
     {
-        constexpr int kReadingsPerSecond = 10;
-        constexpr int kSeconds = 12 * 3600;
+        constexpr int cReadingsPerSecond = 10;
+        constexpr int cSeconds = 12 * 3600;
         // A reading needs half a second, so at most 32 readings are younger than 16 s, plus the newest two.
-        constexpr int kMostKeys = 34 * 4;
+        constexpr int cMostKeys = 34 * 4;
         GateBench bench;
         int recorded = 0;
         int mostKeys = 0;
-        for (int i = 0; i < kSeconds * kReadingsPerSecond / ReadingGate::kStableReadings; ++i) {
+        for (int i = 0; i < cSeconds * cReadingsPerSecond / ReadingGate::cStableReadings; ++i) {
             const QString value = QString::number(1 + (i % 9001) * 0.005, 'f', 3) + QLatin1Char('V');
-            recorded += bench.feed(1, value, ReadingGate::kStableReadings, 1000 / kReadingsPerSecond);
+            recorded += bench.feed(1, value, ReadingGate::cStableReadings, 1000 / cReadingsPerSecond);
             mostKeys = std::max(mostKeys, bench.gate.recentKeyCount());
         }
-        QCOMPARE(recorded, kSeconds * kReadingsPerSecond / ReadingGate::kStableReadings);
-        QVERIFY2(mostKeys <= kMostKeys, qPrintable(QString::number(mostKeys)));
+        QCOMPARE(recorded, cSeconds * cReadingsPerSecond / ReadingGate::cStableReadings);
+        QVERIFY2(mostKeys <= cMostKeys, qPrintable(QString::number(mostKeys)));
     }
 };
 

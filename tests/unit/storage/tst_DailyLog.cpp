@@ -24,7 +24,7 @@ private Q_SLOTS:
         log.append(QStringLiteral("%1 stays"), late.addMSecs(1));
         log.appendLine("two\r\nlines\r\n\n", late.addMSecs(1));
         log.appendLine("bare", late.addMSecs(1));
-        QCOMPARE(log.filePath(late), DataFolders::logs() + QStringLiteral("/day_20260301.log"));
+        QCOMPARE(log.filePath(late), folders::logs() + QStringLiteral("/day_20260301.log"));
         QCOMPARE(test::contentOf(log.filePath(late)), "[2026-03-01 23:59:59.999] a \xCE\xA9" + m_lineEnd);
         QCOMPARE(test::contentOf(log.filePath(late.addMSecs(1))),
                  "[2026-03-02 00:00:00.000] %1 stays" + m_lineEnd + "two" + m_lineEnd + "lines" + m_lineEnd +

@@ -38,7 +38,7 @@ private Q_SLOTS:
     {
         TestCase::init();
         m_settings->setValue(setting::usbDebugEnabled, true);
-        QDir(DataFolders::logs()).removeRecursively();
+        QDir(folders::logs()).removeRecursively();
         m_log.write("first");
         QVERIFY(test::writeFile(archivePath(), "old"));
     }
@@ -74,7 +74,7 @@ private Q_SLOTS:
         table.row("half a file", zip + "kill -9 $$", false);
         table.row("no archive", "exit 0", false);
         table.row("too slow", zip + "exec sleep 60", false);
-        const QByteArray packs = "cd '" + QFile::encodeName(DataFolders::logs()) +
+        const QByteArray packs = "cd '" + QFile::encodeName(folders::logs()) +
                                  "' && python3 -m zipfile -c '" + QFile::encodeName(archivePath()) + "' ";
         table.row("a file is left out", packs + "second.log", false);
         table.row("every file", packs + "*", true);
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, powershell);
         const test::ScriptFolder scripts;
         scripts.add("powershell", powershell);
-        QVERIFY(test::writeFile(DataFolders::logs() + "/second.log", "second"));
+        QVERIFY(test::writeFile(folders::logs() + "/second.log", "second"));
         QFETCH(bool, saved);
         QCOMPARE(exportLogs(m_log, platform::powershell::archiveFolder), saved ? archivePath() : QString());
         QCOMPARE(desktop().size(), int(saved));
@@ -93,13 +93,13 @@ private Q_SLOTS:
 
     void withoutALogFolderNothingIsTouched()
     {
-        QVERIFY(QDir(DataFolders::logs()).removeRecursively());
+        QVERIFY(QDir(folders::logs()).removeRecursively());
         QCOMPARE(exportLogs(m_log, platform::archiveFolder), QString());
         QCOMPARE(desktop(), QStringList{"Quorvel_logs.zip"});
         // The line itself brings the folder back.
         QVERIFY(test::contentOf(m_log.filePath())
                     .contains("] exportLogsArchive aborted: sourceDir missing. path=" +
-                              QFile::encodeName(DataFolders::logsPath())));
+                              QFile::encodeName(folders::logsPath())));
     }
 };
 

@@ -45,7 +45,7 @@ private Q_SLOTS:
     void init()
     {
         TestCase::init();
-        QDir(DataFolders::logs()).removeRecursively();
+        QDir(folders::logs()).removeRecursively();
         m_server = std::make_unique<HttpFaultServer>();
         m_scripts = std::make_unique<test::ScriptFolder>();
         m_toolbox = std::make_unique<GenToolbox>(nullptr);
@@ -76,7 +76,7 @@ private Q_SLOTS:
     void linesAndSwitch()
     {
         SystemManager& manager = start();
-        QCOMPARE(manager.systemLogFilePath(), DataFolders::logs() + QStringLiteral("/system_manager_") +
+        QCOMPARE(manager.systemLogFilePath(), folders::logs() + QStringLiteral("/system_manager_") +
                                                   timeText(QDateTime::currentDateTime(), "yyyyMMdd") +
                                                   QStringLiteral(".log"));
         QVERIFY(log().endsWith("] SystemManager constructed. appDir=" +
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
         // The switch acts at once; a missing folder comes back with the next line.
         m_toolbox->genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
-        QVERIFY(QDir(DataFolders::logs()).removeRecursively());
+        QVERIFY(QDir(folders::logs()).removeRecursively());
         Q_EMIT manager.logMessage("unseen");
         QVERIFY(!QFile::exists(logPath()));
         m_toolbox->genSettings()->setValue("usbDebugEnabled", true, "sysSettings");

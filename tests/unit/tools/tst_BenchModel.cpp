@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-Q_DECLARE_METATYPE(PacketCodec::UiControl)
+Q_DECLARE_METATYPE(protocol::UiControl)
 
 namespace {
 
@@ -30,14 +30,14 @@ private Q_SLOTS:
         float lowest = 100;
         for (int tick = 0; tick < 20000; ++tick) {
             bench.advance(cTickSec);
-            const PacketCodec::Measurement values = bench.measurement();
+            const protocol::Measurement values = bench.measurement();
             mainMah += static_cast<double>(values.mainOutputCurrent) * 1000 * cTickSec / cSecondsPerHour;
             highest = std::max(highest, values.mainOutputCurrent);
             lowest = std::min(lowest, values.mainOutputCurrent);
             const double power = static_cast<double>(values.mainInputVoltage) * values.mainOutputCurrent;
             QVERIFY(std::abs(values.mainPower - power) < 1e-3);
         }
-        const PacketCodec::Measurement values = bench.measurement();
+        const protocol::Measurement values = bench.measurement();
         QVERIFY(std::abs(values.mainMah - mainMah) < 0.01 * mainMah);
         QVERIFY(std::abs(values.mainTimeSec - 200) < 0.1F);
         QVERIFY2(highest > 3 && lowest < 0.2F, "the load both idles and works");
@@ -73,11 +73,11 @@ private Q_SLOTS:
     void steadyReadingsRepeatExactly_data()
     {
         const test::Table<int, int> table("function", "mode");
-        table.row("voltage", int(PacketCodec::VoltageFunction), 1);
-        table.row("resistance", int(PacketCodec::ResistanceFunction), 2);
-        table.row("capacitance", int(PacketCodec::CapacitanceFunction), 3);
-        table.row("diode", int(PacketCodec::DiodeFunction), 4);
-        table.row("buzzer reports diode", int(PacketCodec::BuzzerFunction), 4);
+        table.row("voltage", int(protocol::VoltageFunction), 1);
+        table.row("resistance", int(protocol::ResistanceFunction), 2);
+        table.row("capacitance", int(protocol::CapacitanceFunction), 3);
+        table.row("diode", int(protocol::DiodeFunction), 4);
+        table.row("buzzer reports diode", int(protocol::BuzzerFunction), 4);
     }
 
     void steadyReadingsRepeatExactly()
@@ -87,16 +87,16 @@ private Q_SLOTS:
         constexpr double cReadingSec = 0.2;
         constexpr int cRepeatsToRecord = 5;
         MultimeterModel multimeter;
-        multimeter.setFunction(static_cast<PacketCodec::MultimeterFunction>(function));
+        multimeter.setFunction(static_cast<protocol::MultimeterFunction>(function));
         QStringList steadyTexts;
         bool settled = false;
         int repeats = 0;
         QString last;
         for (int i = 0; i < 200; ++i) {
             multimeter.advance(cReadingSec);
-            const PacketCodec::MultimeterReading reading = multimeter.reading();
+            const protocol::MultimeterReading reading = multimeter.reading();
             QCOMPARE(reading.mode, mode);
-            QVERIFY(reading.text.toUtf8().size() <= PacketCodec::cReadingTextSize);
+            QVERIFY(reading.text.toUtf8().size() <= protocol::cReadingTextSize);
             settled = settled || multimeter.contact() == MultimeterModel::Contact::Settling;
             const bool steady = multimeter.contact() == MultimeterModel::Contact::Steady;
             repeats = steady && reading.text == last ? repeats + 1 : 1;
@@ -111,8 +111,8 @@ private Q_SLOTS:
 
     void followsTheHost_data()
     {
-        const test::Table<PacketCodec::UiControl, int, int> table("request", "screen", "function");
-        using PacketCodec::UiControl;
+        const test::Table<protocol::UiControl, int, int> table("request", "screen", "function");
+        using protocol::UiControl;
         table.row("screen", UiControl{1, 2, 255, 255, 255}, 2, 0);
         table.row("function", UiControl{1, 4, 4, 255, 255}, 4, 4);
         table.row("no function", UiControl{1, 4, 255, 255, 255}, 4, 0);
@@ -123,7 +123,7 @@ private Q_SLOTS:
 
     void followsTheHost()
     {
-        QFETCH(PacketCodec::UiControl, request);
+        QFETCH(protocol::UiControl, request);
         BenchModel bench;
         bench.followHost(request);
         QTEST(int(bench.screen()), "screen");
