@@ -10,11 +10,20 @@
 #include <array>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
 namespace {
 
 /// A read returns after this time without a report, so that the reader sees a request to stop.
-constexpr int cReadTimeoutMs = 25;
+constexpr std::chrono::milliseconds cReadTimeout{25};
+/// The owner is woken at most once in this time: at 1,000 reports a second, a wake for each one costs more
+/// than the report. A report that comes after a longer silence is announced at once.
+constexpr std::chrono::milliseconds cWakeInterval{3};
+/// A batch may keep the thread for as long as the thread had for everything else since the last batch, within
+/// these limits. Where painting is slow, a fixed time would leave the packets too small a share, and they
+/// would fall behind without end.
+constexpr std::chrono::milliseconds cShortestTurn{8};
+constexpr std::chrono::milliseconds cLongestTurn{100};
 /// The report id that hidapi expects in front; 0 because the instrument's reports are not numbered.
 constexpr size_t cReportIdSize = 1;
 /// Sent by the reader: the inbox holds something.
@@ -55,7 +64,7 @@ bool InstrumentPort::open(HidHandle device, const QByteArray& firstPacket)
         m_arrived.push_back(first);
     m_state = State::Open;
     Q_EMIT stateChanged(m_state);
-    handOver();
+    handOver(Limit::None);
     return isOpen();
 }
 
@@ -84,12 +93,18 @@ bool InstrumentPort::write(const QByteArray& packet)
     return written >= 0;
 }
 
+size_t InstrumentPort::waitingPackets() const
+{
+    const std::lock_guard lock(m_inboxMutex);
+    return m_arrived.size() + m_inbox.size();
+}
+
 bool InstrumentPort::event(QEvent* event)
 {
     if (event->type() != cInboxEvent)
         return QObject::event(event);
     takeInbox();
-    handOver();
+    handOver(Limit::FairShare);
     handOverReadError();
     return true;
 }
@@ -99,16 +114,31 @@ void InstrumentPort::takeInbox()
     const std::lock_guard lock(m_inboxMutex);
     std::move(m_inbox.begin(), m_inbox.end(), std::back_inserter(m_arrived));
     m_inbox.clear();
+    m_ownerWoken = false;
 }
 
-void InstrumentPort::handOver()
+void InstrumentPort::handOver(Limit limit)
 {
+    if (m_arrived.empty())
+        return;
+    const auto start = std::chrono::steady_clock::now();
+    const auto turn = std::clamp<std::chrono::steady_clock::duration>(start - m_lastBatchEndedAt,
+                                                                      cShortestTurn, cLongestTurn);
+    auto now = start;
     // A receiver may close the port, which hands over the rest, and may open it again.
     while (!m_arrived.empty()) {
+        if (limit == Limit::FairShare && now - start > turn) {
+            // Events that are posted now come after painting and input.
+            wakeOwner();
+            break;
+        }
         const InstrumentPacket packet = std::move(m_arrived.front());
         m_arrived.pop_front();
         Q_EMIT packetReceived(packet);
+        now = std::chrono::steady_clock::now();
     }
+    m_lastBatchEndedAt = now;
+    Q_EMIT batchEnded();
 }
 
 void InstrumentPort::handOverReadError()
@@ -117,7 +147,7 @@ void InstrumentPort::handOverReadError()
     {
         const std::lock_guard lock(m_inboxMutex);
         // What was read before the error comes first; the event for it is under way.
-        if (m_inbox.empty())
+        if (m_inbox.empty() && m_arrived.empty())
             error.swap(m_readError);
     }
     if (!error)
@@ -141,7 +171,7 @@ void InstrumentPort::shutDown(State endState)
     m_state = State::Closing;
     takeInbox();
     m_readError.reset();
-    handOver();
+    handOver(Limit::None);
     m_state = endState;
     Q_EMIT stateChanged(m_state);
 }
@@ -156,26 +186,34 @@ void InstrumentPort::stopReader()
 /// Runs on the reader thread. \a device stays open until this thread has been joined.
 void InstrumentPort::readLoop(hid_device* device)
 {
+    using std::chrono::milliseconds;
     std::array<unsigned char, protocol::cPacketSize> buffer{};
+    std::chrono::steady_clock::time_point wokenAt{};
+    bool unannounced = false;
     while (!m_readerStops) {
-        const int length = hid_read_timeout(device, buffer.data(), buffer.size(), cReadTimeoutMs);
-        if (length == 0)
-            continue;
+        const milliseconds timeout = unannounced ? cWakeInterval : cReadTimeout;
+        const int length = hid_read_timeout(device, buffer.data(), buffer.size(), int(timeout.count()));
         if (length < 0)
             return leaveReadError(device);
-        InstrumentPacket packet{
-            QByteArray(reinterpret_cast<const char*>(buffer.data()), std::min(length, protocol::cPacketSize)),
-            std::chrono::steady_clock::now()};
-        bool first = false;
-        {
-            const std::lock_guard lock(m_inboxMutex);
-            m_inbox.push_back(std::move(packet));
-            first = m_inbox.size() == 1;
+        const auto now = std::chrono::steady_clock::now();
+        if (length > 0) {
+            leaveInInbox({QByteArray(reinterpret_cast<const char*>(buffer.data()),
+                                     std::min(length, protocol::cPacketSize)),
+                          now});
+            unannounced = true;
         }
-        // One event for all that waits.
-        if (first)
+        if (unannounced && (length == 0 || now - wokenAt >= cWakeInterval)) {
+            unannounced = false;
+            wokenAt = now;
             wakeOwner();
+        }
     }
+}
+
+void InstrumentPort::leaveInInbox(InstrumentPacket packet)
+{
+    const std::lock_guard lock(m_inboxMutex);
+    m_inbox.push_back(std::move(packet));
 }
 
 /// Runs on the reader thread, which ends then.
@@ -195,7 +233,13 @@ void InstrumentPort::leaveReadError(hid_device* device)
     wakeOwner();
 }
 
+/// Has what waits handed over by an event; one event for all of it.
 void InstrumentPort::wakeOwner()
 {
+    {
+        const std::lock_guard lock(m_inboxMutex);
+        if (std::exchange(m_ownerWoken, true))
+            return;
+    }
     QCoreApplication::postEvent(this, new QEvent(cInboxEvent));
 }

@@ -31,8 +31,9 @@ Q_DECLARE_METATYPE(InstrumentPacket)
  *
  * Lives on the thread that made it, which must run an event loop: packets are handed over there. All
  * functions are called and all signals are emitted on that thread; queued connections may lead to others. The
- * reader does nothing but read; packets that arrive while the thread is busy are handed over together, in one
- * event.
+ * reader does nothing but read. Packets that follow each other closely, or that arrive while the thread is
+ * busy, are handed over together, as one batch. A batch that takes too long is interrupted, so that the
+ * thread can paint and take input, and continued from the event loop; no packet is lost or overtaken.
  *
  * Do not delete the port in a slot that is connected to it; close it.
  */
@@ -84,22 +85,32 @@ public:
     bool isOpen() const { return m_state == State::Open; }
     /// English text of the last failure, "HID read failed. <reason>"; empty since the last successful open().
     QString failure() const { return m_failure; }
+    /// Packets that were read and are not handed over yet: 0 or a few when the thread keeps up.
+    size_t waitingPackets() const;
 
 Q_SIGNALS:
     void stateChanged(InstrumentPort::State state);
     /// Emitted once for each packet that was read, in order. In the state Closing, \a packet was read before
     /// the device was closed.
     void packetReceived(const InstrumentPacket& packet);
+    /// Emitted after the last packetReceived() of a batch, and before the change of state that follows it.
+    /// What is done once for many packets is done here: one write, one transaction, one update of what is
+    /// shown.
+    void batchEnded();
 
 protected:
     bool event(QEvent* event) override;
 
 private:
+    /// How long one batch may keep the thread.
+    enum class Limit { FairShare, None };
+
     void readLoop(hid_device* device);
+    void leaveInInbox(InstrumentPacket packet);
     void leaveReadError(hid_device* device);
     void wakeOwner();
     void takeInbox();
-    void handOver();
+    void handOver(Limit limit);
     void handOverReadError();
     void shutDown(State endState);
     void fail(const QString& reason);
@@ -116,9 +127,12 @@ private:
     std::atomic_bool m_readerStops{false};
     /// Packets taken from the inbox and not yet handed over.
     std::deque<InstrumentPacket> m_arrived;
-    /// Guards what the reader leaves for the owner: m_inbox and m_readError.
-    std::mutex m_inboxMutex;
+    std::chrono::steady_clock::time_point m_lastBatchEndedAt;
+    /// Guards what the reader leaves for the owner: m_inbox, m_readError and m_ownerWoken.
+    mutable std::mutex m_inboxMutex;
     std::vector<InstrumentPacket> m_inbox;
+    /// The event that takes the inbox is under way.
+    bool m_ownerWoken = false;
     /// Why the reader ended, unless it was stopped.
     std::optional<QString> m_readError;
 };

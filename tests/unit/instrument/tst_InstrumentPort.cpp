@@ -165,6 +165,56 @@ private Q_SLOTS:
         QCOMPARE(port.events, QStringList({"Open", "(1)", "Closed"}));
     }
 
+    void aSlowReceiverLeavesTimeForOthers_data()
+    {
+        const test::Table<bool> table("closes");
+        table.row("reads on", false);
+        table.row("closes in the middle", true);
+    }
+
+    void aSlowReceiverLeavesTimeForOthers()
+    {
+        QFETCH(bool, closes);
+        constexpr int cPackets = 300;
+        constexpr int cLongestBatch = 101; // 100 ms, and the packet that exceeds them
+        TestPort port;
+        QVector<int> batches{0};
+        connect(&port, &InstrumentPort::packetReceived, &port, [&batches] {
+            ++batches.last();
+            const QDeadlineTimer slow(1, Qt::PreciseTimer);
+            while (!slow.hasExpired())
+                QThread::yieldCurrentThread();
+        });
+        size_t mostWaiting = 0;
+        connect(&port, &InstrumentPort::batchEnded, &port, [&] {
+            mostWaiting = std::max(mostWaiting, port.waitingPackets());
+            batches.append(0);
+        });
+        // Posted by the first interrupted batch, so it comes before the next one.
+        if (closes)
+            connect(&port, &InstrumentPort::batchEnded, &port, &InstrumentPort::close, Qt::QueuedConnection);
+        QStringList expected;
+        for (int i = 1; i <= cPackets; ++i) {
+            expected.append(QString::number(i));
+            fakehid::send(cPath, measurement(static_cast<float>(i)));
+        }
+        fakehid::failReads(cPath, "gone");
+        QVERIFY(port.open(openHandle(cPath)));
+        QVERIFY(waitForReaders());
+        QCOMPARE(port.waitingPackets(), size_t(cPackets));
+        QTRY_VERIFY(!port.isOpen());
+        // Every packet came, in order, and the error after the last.
+        const QString last = port.events.takeLast();
+        QCOMPARE(last, QString(closes ? "Closed" : "Failed"));
+        QCOMPARE(port.events.mid(1).replaceInStrings(QRegularExpression("[()]"), {}), expected);
+        QCOMPARE(port.events.contains("(300)"), closes);
+        QVERIFY(!port.events.contains("(1)"));
+        QCOMPARE(port.waitingPackets(), size_t(0));
+        QVERIFY2(mostWaiting > 0 &&
+                     (closes || *std::max_element(batches.cbegin(), batches.cend()) <= cLongestBatch),
+                 qPrintable(QString::number(batches.size())));
+    }
+
     void destructionDuringAPendingRead()
     {
         TestPort port;
