@@ -19,7 +19,8 @@ ReplyGuard::ReplyGuard(QNetworkReply* reply, const ReplyLimits& limits)
         m_total.stop();
     });
     m_stall.start(m_limits.stallMs);
-    m_total.start(m_limits.totalMs);
+    if (m_limits.totalMs > 0)
+        m_total.start(m_limits.totalMs);
 }
 
 void ReplyGuard::onActivity()

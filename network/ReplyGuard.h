@@ -10,13 +10,13 @@ class QNetworkReply;
 /// Limits of one network reply.
 struct ReplyLimits
 {
-    /// Longest silence, in milliseconds.
+    /// Maximum time without data, in milliseconds.
     int stallMs = 0;
-    /// Longest life, in milliseconds.
+    /// Maximum duration of the reply, in milliseconds; 0 is no limit.
     int totalMs = 0;
-    /// Most body bytes that may wait unread or, when they are discarded, pass by in all.
+    /// Maximum unread body bytes; with discardBody, the maximum body size.
     qint64 maxBytes = 0;
-    /// Throw the body away as it comes.
+    /// Discards the body on arrival.
     bool discardBody = false;
 };
 
@@ -30,7 +30,7 @@ class ReplyGuard : public QObject
 public:
     ReplyGuard(QNetworkReply* reply, const ReplyLimits& limits);
 
-    /// Why the reply was aborted; empty when it was not.
+    /// Reason of the abort; empty when the guard did not abort the reply.
     const QString& cutReason() const { return m_cutReason; }
 
 private:

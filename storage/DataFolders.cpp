@@ -38,5 +38,9 @@ QString curves()
 {
     return ensured(pathOf(QLatin1String("Curves")));
 }
+QString recordings()
+{
+    return ensured(pathOf(QLatin1String("Recordings")));
+}
 
 } // namespace folders

@@ -20,5 +20,7 @@ QString logsPath();
 QString database();
 /// Curve archives.
 QString curves();
+/// Recordings that were given no other place.
+QString recordings();
 
 } // namespace folders

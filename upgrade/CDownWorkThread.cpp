@@ -1,27 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "upgrade/CDownWorkThread.h"
 
+#include "network/HttpTransfer.h"
 #include "upgrade/CUpgradeControl.h"
 
 #include <QDebug>
 #include <QFile>
 #include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
-#include <QTimer>
-
-namespace {
-
-/// How much the network may run ahead of the disk.
-constexpr qint64 cReadAheadBytes = 256 * 1024;
-
-/// Only these lead to a server; the others that Qt knows read this machine's own files.
-bool isWebAddress(const QUrl& url)
-{
-    return url.isValid() && (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
-}
-
-} // namespace
 
 CDownWorkThread::CDownWorkThread(QObject* parent) : QObject(parent)
 {
@@ -30,9 +15,9 @@ CDownWorkThread::CDownWorkThread(QObject* parent) : QObject(parent)
 
 CDownWorkThread::~CDownWorkThread()
 {
-    if (m_reply == nullptr)
+    if (m_transfer == nullptr)
         return;
-    m_reply->disconnect(this);
+    delete m_transfer;
     m_file->close();
     m_file->remove();
 }
@@ -56,15 +41,15 @@ QString CDownWorkThread::progressText(qint64 received, qint64 total)
 void CDownWorkThread::requestStop()
 {
     m_stopRequested = true;
-    // The flag alone acts with the next data. A silent server sends none, so look at the flag at once.
+    // The flag decides how the transfer is reported; the signal ends it at once, even when no data arrives.
     Q_EMIT stopNoticed();
 }
 
 void CDownWorkThread::endIfStopped()
 {
-    // The news may arrive after the end, when the next thread may already prepare the next transfer.
-    if (m_stopRequested && m_transferring)
-        endTransfer();
+    // The signal may arrive after the end, when a new thread already prepares the next transfer.
+    if (m_stopRequested && m_transfer != nullptr)
+        m_transfer->abort();
 }
 
 void CDownWorkThread::processMount()
@@ -78,25 +63,14 @@ void CDownWorkThread::processMount()
         m_file = new QFile(path, this);
     else
         m_file->setFileName(path);
-    if (!openPackageFile()) {
-        qDebug() << "open file fail";
-        Q_EMIT sigDownloadStatus(CUpgradeControl::UPC_Access);
-        Q_EMIT sigFinished(QString());
-        return;
-    }
     startTransfer(true);
 }
 
 void CDownWorkThread::updatefile()
 {
     // Nothing to repeat before the first download, nothing to disturb during one.
-    if (m_file == nullptr || m_reply != nullptr)
+    if (m_file == nullptr || m_transfer != nullptr)
         return;
-    if (!openPackageFile()) {
-        Q_EMIT sigDownloadStatus(CUpgradeControl::UPC_Access);
-        Q_EMIT sigFinished(QString());
-        return;
-    }
     startTransfer(false);
 }
 
@@ -111,47 +85,20 @@ bool CDownWorkThread::openPackageFile()
 void CDownWorkThread::startTransfer(bool reportStatus)
 {
     m_transferring = true;
-    m_received = 0;
-    m_end = End::Transferred;
-    if (!isWebAddress(m_requestUrl)) {
-        // The empty file fails its check like every other broken transfer.
-        onTransferFinished();
+    if (!openPackageFile()) {
+        qDebug() << "open file fail";
+        end(CUpgradeControl::UPC_Access, {});
         return;
     }
-    if (m_stallTimer == nullptr) {
-        m_stallTimer = new QTimer(this);
-        m_stallTimer->setSingleShot(true);
-        connect(m_stallTimer, &QTimer::timeout, this, &CDownWorkThread::endTransfer);
-    }
-    m_reply = m_network->get(QNetworkRequest(m_requestUrl));
-    m_reply->setReadBufferSize(cReadAheadBytes);
-    connect(m_reply, &QNetworkReply::readyRead, this, &CDownWorkThread::appendAvailable);
-    connect(
-        m_reply, &QNetworkReply::downloadProgress, this,
-        [this, reportStatus](qint64 received, qint64 total) { onProgress(received, total, reportStatus); });
-    connect(m_reply, &QNetworkReply::finished, this, &CDownWorkThread::onTransferFinished);
-    m_stallTimer->start(m_stallTimeoutMs);
-}
-
-void CDownWorkThread::appendAvailable()
-{
-    m_stallTimer->start(m_stallTimeoutMs);
-    while (m_reply->bytesAvailable() > 0) {
-        const QByteArray data = m_reply->readAll();
-        m_received += data.size();
-        if (m_stopRequested) {
-            endTransfer();
-            return;
-        }
-        if (m_received > cMaximumPackageBytes) {
-            giveUp(End::TooLarge);
-            return;
-        }
-        if (m_file->write(data) != data.size()) {
-            giveUp(End::WriteFailed);
-            return;
-        }
-    }
+    ReplyLimits limits;
+    limits.stallMs = m_stallTimeoutMs;
+    limits.maxBytes = cMaximumPackageBytes;
+    m_transfer = new HttpTransfer(*m_file, limits, this);
+    connect(m_transfer, &HttpTransfer::progress, this, [this, reportStatus](qint64 received, qint64 total) {
+        onProgress(received, total, reportStatus);
+    });
+    connect(m_transfer, &HttpTransfer::finished, this, &CDownWorkThread::onTransferFinished);
+    m_transfer->start(*m_network, m_requestUrl);
 }
 
 void CDownWorkThread::onProgress(qint64 received, qint64 total, bool reportStatus)
@@ -163,44 +110,30 @@ void CDownWorkThread::onProgress(qint64 received, qint64 total, bool reportStatu
     Q_EMIT emitdownloadProgress(progressText(received, m_bytesTotal));
 }
 
-void CDownWorkThread::giveUp(End end)
-{
-    qDebug() << "CDownWorkThread::giveUp" << m_file->fileName() << "after" << m_received
-             << "bytes:" << (end == End::WriteFailed ? m_file->errorString() : QStringLiteral("too large"));
-    m_end = end;
-    m_file->close();
-    m_file->remove();
-    endTransfer();
-}
-
-void CDownWorkThread::endTransfer()
-{
-    // Comes back through onTransferFinished() before it returns.
-    if (m_reply != nullptr)
-        m_reply->abort();
-}
-
 void CDownWorkThread::onTransferFinished()
 {
-    if (m_reply != nullptr) {
-        m_stallTimer->stop();
-        m_reply->deleteLater();
-        m_reply = nullptr;
-    }
-    // A full disk may show only when the last bytes leave the buffer.
-    if (m_end == End::Transferred && m_file->isOpen() && !m_file->flush())
-        m_end = End::WriteFailed;
+    using End = TransferOutcome::End;
+    const TransferOutcome outcome = m_transfer->outcome();
+    m_transfer->deleteLater();
+    m_transfer = nullptr;
     m_file->close();
+    if (outcome.end != End::Complete)
+        qDebug() << "CDownWorkThread::onTransferFinished" << outcome.bytes << "bytes:" << outcome.reason;
+
     int status = CUpgradeControl::UPC_Finished;
     if (m_stopRequested)
         status = CUpgradeControl::UPC_Canceled;
-    else if (m_end == End::WriteFailed)
+    else if (outcome.end == End::TargetFailed)
         status = CUpgradeControl::UPC_Access;
+    // An incomplete body keeps its file: the checksum decides. One that is too large need not be checked.
     const bool usable = status == CUpgradeControl::UPC_Finished;
-    // How the reply ended does not matter: what is on disk has to pass its check anyway.
-    const QString name = usable ? m_file->fileName() : QString();
-    if (!usable && m_received > 0)
+    if (outcome.end == End::TooLarge || (!usable && outcome.bytes > 0))
         m_file->remove();
+    end(status, usable ? m_file->fileName() : QString());
+}
+
+void CDownWorkThread::end(int status, const QString& name)
+{
     m_transferring = false;
     Q_EMIT sigDownloadStatus(status);
     Q_EMIT sigFinished(name);

@@ -7,13 +7,12 @@
 
 #include <atomic>
 
+class HttpTransfer;
 class QFile;
 class QNetworkAccessManager;
-class QNetworkReply;
-class QTimer;
 
 /**
- * Streams an update package from the server into a file. Lives in the download thread of CUpgradeControl.
+ * Downloads an update package into a file. Lives in the download thread of CUpgradeControl.
  *
  * Each transfer ends with one sigDownloadStatus() that is not UPC_Download, followed by one sigFinished().
  * A transfer without any byte for the stall time ends like any other broken one.
@@ -23,9 +22,9 @@ class CDownWorkThread : public QObject
     Q_OBJECT
 
 public:
-    /// A transfer that brings nothing for so long is given up.
+    /// Maximum time without data, in milliseconds.
     static constexpr int cStallTimeoutMs = 30000;
-    /// No package is that large; a server that sends more is broken or hostile.
+    /// Maximum size of a package. A server that sends more is broken or hostile.
     static constexpr qint64 cMaximumPackageBytes = qint64(2) << 30;
 
     explicit CDownWorkThread(QObject* parent = nullptr);
@@ -40,7 +39,7 @@ public:
     /// bytes when the server names no length (\a total is -1) and "0" when nothing is expected.
     static QString progressText(qint64 received, qint64 total);
 
-    /// The next three only while no transfer runs.
+    /// Call the next three only while no transfer runs.
     void setPackageUrl(const QString& url) { m_packageUrl = url; }
     void setDownloadDir(const QString& folder) { m_downloadDir = folder; }
     void setStallTimeout(int timeoutMs) { m_stallTimeoutMs = timeoutMs; }
@@ -50,7 +49,7 @@ public:
     /// Forgets an earlier requestStop(), from any thread.
     void clearStop() { m_stopRequested = false; }
     bool isStopRequested() const { return m_stopRequested; }
-    /// Whether a transfer runs; what it wrote is visible to a thread that has read false.
+    /// True while a transfer runs. A thread that reads false sees everything that the transfer wrote.
     bool isTransferring() const { return m_transferring; }
 
 Q_SIGNALS:
@@ -59,7 +58,7 @@ Q_SIGNALS:
     /// \a status is a CUpgradeControl::UPC_Status.
     void sigDownloadStatus(int status);
     void emitdownloadProgress(const QString& progress);
-    /// requestStop() was called: takes the news into the thread of the transfer.
+    /// Emitted by requestStop() so that the worker reacts on its own thread.
     void stopNoticed();
 
 public Q_SLOTS:
@@ -69,16 +68,12 @@ public Q_SLOTS:
     void updatefile();
 
 private:
-    /// How a transfer ended, as far as this side knows it.
-    enum class End { Transferred, WriteFailed, TooLarge };
-
     bool openPackageFile();
     void startTransfer(bool reportStatus);
-    void appendAvailable();
     void onProgress(qint64 received, qint64 total, bool reportStatus);
-    void giveUp(End end);
     void onTransferFinished();
-    void endTransfer();
+    /// Reports the end of a transfer.
+    void end(int status, const QString& name);
     void endIfStopped();
 
     QNetworkAccessManager* m_network = nullptr;
@@ -92,10 +87,7 @@ private:
     /// Written here, read by the GUI thread.
     std::atomic_bool m_transferring{false};
 
-    /// The running transfer; null between two.
-    QNetworkReply* m_reply = nullptr;
-    QTimer* m_stallTimer = nullptr;
+    /// The running transfer; null when none runs.
+    HttpTransfer* m_transfer = nullptr;
     int m_stallTimeoutMs = cStallTimeoutMs;
-    qint64 m_received = 0;
-    End m_end = End::Transferred;
 };

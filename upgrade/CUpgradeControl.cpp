@@ -16,6 +16,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <QThread>
@@ -26,12 +27,11 @@
 
 namespace {
 
-constexpr int cAutoCheckDelayMs = 1800;
-/// A check that is not answered by then counts as a network error.
+/// Time limit of a check. A check without an answer counts as a network error.
 constexpr int cCheckTimeoutMs = 30000;
-/// An answer is a few hundred bytes; a server that sends more is broken or hostile.
+/// An answer has a few hundred bytes. A server that sends more is broken or hostile.
 constexpr qint64 cMaximumAnswerBytes = qint64(1) << 20;
-/// How long to wait for the download thread to end, and how much longer after insisting.
+/// Time limit for the end of the download thread, and the extra time after an interruption request.
 constexpr int cThreadQuitTimeoutMs = 1500;
 constexpr int cThreadInsistTimeoutMs = 500;
 
@@ -56,35 +56,38 @@ QString downloadDir()
 
 } // namespace
 
-CUpgradeControl::CUpgradeControl(std::shared_ptr<SettingsFile> settings, QObject* parent)
+CUpgradeControl::CUpgradeControl(std::shared_ptr<SettingsFile> settings, QObject* parent,
+                                 int autoCheckDelayMs)
     : QObject(parent), m_settings(std::move(settings))
 {
-    QTimer::singleShot(cAutoCheckDelayMs, this, [this] { requestCheckUpdate(apiUrl(checkPath()), false); });
+    if (autoCheckDelayMs >= 0)
+        QTimer::singleShot(autoCheckDelayMs, this,
+                           [this] { requestCheckUpdate(apiUrl(checkPath()), false); });
 }
 
 CUpgradeControl::~CUpgradeControl()
 {
     if (m_workerThread == nullptr)
         return;
+    const QPointer<CDownWorkThread> worker(m_worker);
     m_worker->requestStop();
-    if (m_workerThread->isRunning()) {
-        m_worker->deleteLater();
+    m_worker->deleteLater();
+    m_workerThread->quit();
+    bool ended = m_workerThread->wait(cThreadQuitTimeoutMs);
+    if (!ended) {
+        m_workerThread->requestInterruption();
         m_workerThread->quit();
-        if (!m_workerThread->wait(cThreadQuitTimeoutMs)) {
-            m_workerThread->requestInterruption();
-            m_workerThread->quit();
-            if (!m_workerThread->wait(cThreadInsistTimeoutMs)) {
-                m_workerThread->terminate();
-                m_workerThread->wait(cThreadInsistTimeoutMs);
-            }
-        }
-    } else {
-        // Nobody would run a queued deletion in a thread that has ended.
-        delete m_worker;
+        ended = m_workerThread->wait(cThreadInsistTimeoutMs);
     }
-    m_worker = nullptr;
+    if (!ended) {
+        m_workerThread->terminate();
+        m_workerThread->wait(cThreadInsistTimeoutMs);
+    }
+    // A thread that was already ending does not run the queued deletion.
+    if (ended)
+        delete worker.data();
     delete m_workerThread;
-    // A package that was not checked or not started is of no use to anybody.
+    // Nobody needs a package that was not checked or not started.
     if (m_downloading || m_verified)
         QFile::remove(CDownWorkThread::packagePath(downloadDir()));
 }
@@ -213,8 +216,14 @@ void CUpgradeControl::createWorker()
         const QScopedValueRollback<int> reporting(m_reporting, m_transfer.number);
         Q_EMIT emitdownloadProgress(progress);
     });
-    connect(m_worker, &CDownWorkThread::sigDownloadStatus, this,
-            [this](int status) { reportStatus(m_transfer.number, status); });
+    connect(m_worker, &CDownWorkThread::sigDownloadStatus, this, [this](int status) {
+        m_failed = status == UPC_Access || status == UPC_Canceled;
+        reportStatus(m_transfer.number, status);
+    });
+    connect(m_workerThread, &QThread::finished, this, [this] {
+        if (m_nextTransfer.number != 0)
+            beginDownload();
+    });
     m_worker->moveToThread(m_workerThread);
 }
 
@@ -223,8 +232,8 @@ void CUpgradeControl::startUpdate(const QString& url)
     Q_UNUSED(url)
     if (m_workerThread == nullptr)
         createWorker();
-    const bool underWay = m_downloading && !m_worker->isStopRequested() && m_transfer.url == m_downloadUrl &&
-                          m_transfer.sha256 == m_packageSha256;
+    const bool underWay = m_downloading && !m_failed && !m_worker->isStopRequested() &&
+                          m_transfer.url == m_downloadUrl && m_transfer.sha256 == m_packageSha256;
     if (underWay) {
         m_operation = m_transfer.number;
         reportStatus(m_operation, UPC_Start);
@@ -234,7 +243,7 @@ void CUpgradeControl::startUpdate(const QString& url)
     m_operation = m_nextTransfer.number;
     if (m_downloading)
         m_worker->requestStop();
-    else
+    else if (!m_workerThread->isRunning())
         beginDownload();
 }
 
@@ -243,8 +252,9 @@ void CUpgradeControl::beginDownload()
     m_transfer = std::exchange(m_nextTransfer, {});
     m_verified = false;
     m_installerPath.clear();
-    // The loop of the last download was told to end; the worker is not touched before it has.
-    if (!m_workerThread->wait(cThreadQuitTimeoutMs) || m_worker->isTransferring()) {
+    m_failed = false;
+    // slotDownloadFinish() from outside may have ended the thread of a running transfer.
+    if (m_worker->isTransferring()) {
         reportStatus(m_transfer.number, UPC_NetworkError);
         return;
     }
@@ -301,11 +311,8 @@ void CUpgradeControl::slotDownloadFinish(const QString& name)
     if (m_workerThread != nullptr)
         m_workerThread->exit(0);
     m_downloading = false;
-    if (m_nextTransfer.number != 0) {
-        beginDownload();
-        return;
-    }
-    if (name.isEmpty())
+    // The end of the thread starts the next transfer.
+    if (m_nextTransfer.number != 0 || name.isEmpty())
         return;
     // The stop came after the last byte.
     if (stopped) {

@@ -16,7 +16,7 @@ class SettingsFile;
  * Finds, downloads, verifies and starts a new version of the application; the QML singleton
  * "CUpgradeControl". Lives on the GUI thread; the transfer runs in a thread that it owns.
  *
- * It asks the server once by itself, 1800 ms after its construction, and whenever the user wants. Only a
+ * It asks the server once by itself, 1800 ms after its construction, and whenever the user asks. Only a
  * package whose SHA-256 equals the one that the server announced is ever started.
  *
  * Each check and each download is an operation with a number of its own. The newest one that the user
@@ -41,8 +41,13 @@ public:
     };
     Q_ENUM(UPC_Status)
 
-    /// Without \a settings the default server is asked and no version is ignored.
-    explicit CUpgradeControl(std::shared_ptr<SettingsFile> settings = {}, QObject* parent = nullptr);
+    /// Delay of the automatic check, in milliseconds.
+    static constexpr int cAutoCheckDelayMs = 1800;
+
+    /// Without \a settings the default server is asked and no version is ignored. A negative
+    /// \a autoCheckDelayMs switches the automatic check off.
+    explicit CUpgradeControl(std::shared_ptr<SettingsFile> settings = {}, QObject* parent = nullptr,
+                             int autoCheckDelayMs = cAutoCheckDelayMs);
     /// Ends a running transfer and its thread; blocks for at most 2.5 s, in practice for milliseconds.
     /// Deletes a package that was not started.
     ~CUpgradeControl() override;
@@ -101,7 +106,7 @@ private:
     QString apiUrl(const QString& path) const;
     QString serverBaseUrl() const;
     void createWorker();
-    /// Starts m_nextTransfer.
+    /// Starts m_nextTransfer. The thread of the last transfer has ended or is ending.
     void beginDownload();
     /// Emits updateStatus(\a status) as a report of the operation \a number.
     void reportStatus(int number, int status);
@@ -126,10 +131,12 @@ private:
 
     /// The last transfer that was begun.
     Transfer m_transfer;
-    /// Begins as soon as m_transfer has ended.
+    /// Begins as soon as the thread of m_transfer has ended.
     Transfer m_nextTransfer;
     /// m_transfer is under way: from beginDownload() until slotDownloadFinish().
     bool m_downloading = false;
+    /// m_transfer has failed, but slotDownloadFinish() is still to come.
+    bool m_failed = false;
     /// m_installerPath passed its check and has not been started.
     bool m_verified = false;
 };

@@ -47,12 +47,11 @@ protected Q_SLOTS:
         TestCase::init();
         m_server = std::make_unique<HttpFaultServer>();
         QVERIFY(m_server->isListening());
-        // The check that the control makes by itself, should a test take that long, finds no news.
-        m_server->setReply(cCheckPath, Reply::of("{}"));
         settings()->setValue("serverHost", " 127.0.0.1// ", "sysSettings");
         settings()->setValue("apiPort", m_server->port(), "sysSettings");
         settings()->setValue("ignoredVersion", QString(), "upgrade");
-        m_control = std::make_unique<CUpgradeControl>(settings()->file());
+        // Without the automatic check: it would come in the middle of a test on a slow machine.
+        m_control = std::make_unique<CUpgradeControl>(settings()->file(), nullptr, -1);
         m_status = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::updateStatus);
         m_manual = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::manualCheckFinished);
     }

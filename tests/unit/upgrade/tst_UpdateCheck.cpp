@@ -126,9 +126,12 @@ private Q_SLOTS:
     void checksOnceByItself()
     {
         m_server->setReply(cCheckPath, offer("1.2"));
-        QTRY_COMPARE(m_offered->count(), 1);
+        const CUpgradeControl control(settings()->file());
+        QSignalSpy offered(&control, &CUpgradeControl::needUpdate2);
+        QSignalSpy manual(&control, &CUpgradeControl::manualCheckFinished);
+        QTRY_COMPARE(offered.count(), 1);
         QCOMPARE(m_server->requestCount(cCheckPath), 1);
-        QCOMPARE(m_manual->count(), 0);
+        QCOMPARE(manual.count(), 0);
     }
 
     void manyChecksAtOnceAreAllAnswered()
