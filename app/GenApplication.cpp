@@ -2,6 +2,7 @@
 #include "app/GenApplication.h"
 
 #include "app/GenToolbox.h"
+#include "app/SceneGraph.h"
 #include "instrument/MultimeterReading.h"
 #include "instrument/UiControl.h"
 #include "platform/WindowSizing.h"
@@ -18,7 +19,6 @@
 #include <QDir>
 #include <QIcon>
 #include <QMessageBox>
-#include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQmlContext>
@@ -49,19 +49,6 @@ QMessageBox* showMessage(QMessageBox::Icon icon, const QString& text, const QStr
     box->setInformativeText(details);
     box->show();
     return box;
-}
-
-/// Qt Quick aborts the process when it finds no OpenGL, so look first and paint in software instead. The
-/// context that the application shares between its windows tells, where it has one.
-void chooseSceneGraphBackend()
-{
-    if (!QQuickWindow::sceneGraphBackend().isEmpty() || qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
-        return;
-    const QOpenGLContext* shared = QOpenGLContext::globalShareContext();
-    if (shared != nullptr ? shared->isValid() : QOpenGLContext().create())
-        return;
-    qInfo() << "OpenGL is not available, the interface is painted in software";
-    QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
 /// Under Wayland, Qt destroys the surface of a closed window on the GUI thread, also while its drawing thread
@@ -159,13 +146,15 @@ bool GenApplication::initQmlEngine()
 {
     setApplicationVersion(::applicationVersion());
     setWindowIcon(QIcon(QStringLiteral(":/res/quorvel-icon.svg")));
-    chooseSceneGraphBackend();
+    SceneGraph::instance().decide();
     chooseRenderLoop();
     m_engine = new QQmlApplicationEngine(this);
     prepareEngine(*m_engine);
     m_engine->load(mainDocument());
     if (m_rootWindow == nullptr && !m_engine->rootObjects().isEmpty())
         m_rootWindow = m_engine->rootObjects().constFirst();
+    if (auto* window = qobject_cast<QQuickWindow*>(m_rootWindow))
+        SceneGraph::instance().watch(*window);
     if (m_rootWindow == nullptr) {
         const QString reason = QQmlComponent(m_engine, mainDocument()).errorString().trimmed();
         qCritical().noquote() << "The main window could not be loaded:" << reason;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/GenApplication.h"
+#include "app/SceneGraph.h"
 #include "app/SingleInstance.h"
 #include "platform/Allocator.h"
 
@@ -23,6 +24,7 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    SceneGraph::instance().prepare();
 
     // Outlives the application object: until then this instance may still hold the instrument.
     SingleInstance instance;

@@ -128,11 +128,15 @@ class AdverseStartTest(case.SystemTestCase):
         app = self.start(home)
         self.check_readings(app)
 
-    def test_no_opengl(self):
-        app = self.start(env={"QT_XCB_GL_INTEGRATION": "none"})
-        self.check_readings(app)
-        for page in ("wave", "multimeter", "charge", "user", "system", "gauge"):
-            open_page(app, page)
+    def test_each_scene_graph_shows_every_page(self):
+        for wanted, used in ({"QT_QUICK_BACKEND": "opengl"}, "opengl"), ({}, "software"):
+            with self.subTest(used):
+                app = self.start(env=wanted)
+                self.assertIn(f"Scene graph: {used}", app.console())
+                self.check_readings(app)
+                for page in ("wave", "multimeter", "charge", "user", "system", "gauge"):
+                    open_page(app, page)
+                app.stop()
 
     def test_node_without_permission(self):
         app = self.start(scenario="bench", commands=["permission denied", "replug"])
