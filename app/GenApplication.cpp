@@ -148,6 +148,7 @@ bool GenApplication::initQmlEngine()
     setWindowIcon(QIcon(QStringLiteral(":/res/quorvel-icon.svg")));
     SceneGraph::instance().decide();
     chooseRenderLoop();
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     m_engine = new QQmlApplicationEngine(this);
     prepareEngine(*m_engine);
     m_engine->load(mainDocument());

@@ -3,7 +3,8 @@
 """Cuts the interface's font out of a large CJK font.
 
 What is kept: Latin and Greek letters, the symbols of the interface, the punctuation and the 3,755 common
-characters of GB 2312, and every character of the files given with --text (the translation catalogues).
+characters of GB 2312, and every character of the files given with --text (the translation catalogues). With
+--texts-only, for a cut in which no foreign text is shown, the common characters are left out.
 The same inputs give the same bytes.
 """
 
@@ -38,13 +39,14 @@ def gb2312_rows(rows):
                 continue
 
 
-def wanted_characters(text_files):
+def wanted_characters(text_files, texts_only):
     characters = {chr(code) for code in range(0x20, 0x7F)}
     characters |= {chr(code) for code in range(0xA0, 0x180)}
     characters |= {chr(code) for code in range(0x391, 0x3CA) if code != 0x3A2}
     characters |= set(SYMBOLS)
     characters |= set(gb2312_rows(GB2312_PUNCTUATION_ROWS))
-    characters |= set(gb2312_rows(GB2312_LEVEL_1_ROWS))
+    if not texts_only:
+        characters |= set(gb2312_rows(GB2312_LEVEL_1_ROWS))
     for path in text_files:
         characters |= {c for c in path.read_text(encoding="utf-8") if c.isprintable()}
     return characters
@@ -61,19 +63,21 @@ def open_face(path, face):
     sys.exit(f"{path}: no face named {face}")
 
 
-def rename(font):
+def rename(font, style):
     """Gives the subset a family name of its own, so that an installed original is never taken for it."""
     names = font["name"]
+    full_name = FAMILY if style == "Regular" else f"{FAMILY} {style}"
+    postscript_name = f"{FAMILY.replace(' ', '')}-{style}"
     version = names.getDebugName(5) + VERSION_SUFFIX
     names.names = [n for n in names.names if n.nameID in (0, 7, 8, 9, 10, 11, 12, 13, 14) and n.langID == 0x409]
-    for name_id, text in ((1, FAMILY), (2, "Regular"), (3, f"{FAMILY}; {version}"), (4, FAMILY), (5, version),
-                          (6, FAMILY.replace(" ", "") + "-Regular")):
+    for name_id, text in ((1, FAMILY), (2, style), (3, f"{full_name}; {version}"), (4, full_name), (5, version),
+                          (6, postscript_name)):
         names.setName(text, name_id, 3, 1, 0x409)
     if "CFF " in font:
         cff = font["CFF "].cff
-        cff.fontNames = [FAMILY.replace(" ", "") + "-Regular"]
+        cff.fontNames = [postscript_name]
         top = cff.topDictIndex[0]
-        top.FullName = FAMILY
+        top.FullName = full_name
         top.FamilyName = FAMILY
 
 
@@ -82,6 +86,8 @@ def main():
     parser.add_argument("source", type=Path, help="the font, or a collection of fonts")
     parser.add_argument("output", type=Path)
     parser.add_argument("--face", default="Noto Sans CJK SC", help="full name of the face in a collection")
+    parser.add_argument("--style", choices=("Regular", "Bold"), default="Regular", help="of the face")
+    parser.add_argument("--texts-only", action="store_true", help="leave out the common Chinese characters")
     parser.add_argument("--text", type=Path, nargs="*", default=[], help="files whose characters are kept")
     arguments = parser.parse_args()
 
@@ -97,9 +103,9 @@ def main():
 
     font = open_face(arguments.source, arguments.face)
     subsetter = subset.Subsetter(options)
-    subsetter.populate(unicodes=[ord(c) for c in wanted_characters(arguments.text)])
+    subsetter.populate(unicodes=[ord(c) for c in wanted_characters(arguments.text, arguments.texts_only)])
     subsetter.subset(font)
-    rename(font)
+    rename(font, arguments.style)
     font.save(arguments.output, reorderTables=True)
 
 

@@ -172,9 +172,10 @@ class Desktop(Managed):
         return "MAXIMIZED_VERT" in self.output("xprop", "-id", str(window), "_NET_WM_STATE")
 
     def picture(self, extents):
-        """The pixels of a part of the screen (x, y, width, height), for comparing."""
+        """The pixels of a part of the screen (x, y, width, height), three bytes each, row by row."""
         x, y, width, height = extents
-        command = ["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage", "rgb:-"]
+        command = ["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage",
+                   "-depth", "8", "rgb:-"]
         return subprocess.run(command, env=self.env, check=True, stdout=subprocess.PIPE).stdout
 
     def screenshot(self, path, window=None):
