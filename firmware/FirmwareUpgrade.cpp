@@ -3,11 +3,11 @@
 
 #include "firmware/FlashProgress.h"
 #include "network/FileDownload.h"
+#include "platform/UserFolders.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QNetworkAccessManager>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <utility>
@@ -48,7 +48,7 @@ FirmwareUpgrade::~FirmwareUpgrade()
 QString FirmwareUpgrade::cacheFolder()
 {
     const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QStringLiteral("/firmware");
+        platform::userFolder(platform::UserFolder::LocalData) + QStringLiteral("/firmware");
     QDir().mkpath(folder);
     return folder;
 }

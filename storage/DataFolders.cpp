@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/DataFolders.h"
 
+#include "platform/UserFolders.h"
+
 #include <QDir>
-#include <QStandardPaths>
 
 namespace folders {
 
@@ -10,7 +11,7 @@ namespace {
 
 QString pathOf(QLatin1String name)
 {
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + QLatin1String("/Quorvel/") +
+    return platform::userFolder(platform::UserFolder::Documents) + QLatin1String("/Quorvel/") +
            name;
 }
 

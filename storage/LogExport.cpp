@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/LogExport.h"
 
+#include "platform/UserFolders.h"
 #include "storage/DataFolders.h"
 #include "storage/DebugLog.h"
 
 #include <QDir>
 #include <QFile>
-#include <QStandardPaths>
 
 QString exportLogs(const DebugLog& log, const platform::FolderArchiver& archiver)
 {
@@ -15,7 +15,7 @@ QString exportLogs(const DebugLog& log, const platform::FolderArchiver& archiver
         log.write(QStringLiteral("exportLogsArchive aborted: sourceDir missing. path=%1").arg(sourceDir));
         return {};
     }
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    const QString desktop = platform::userFolder(platform::UserFolder::Desktop);
     QDir().mkpath(desktop);
     const QString archive = desktop + QStringLiteral("/Quorvel_logs.zip");
     QFile::remove(archive);

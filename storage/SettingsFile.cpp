@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/SettingsFile.h"
 
+#include "platform/UserFolders.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
-#include <QStandardPaths>
 
 #include <utility>
 
@@ -32,7 +33,7 @@ QString pathOf(const QString& group, const QString& key)
 
 SettingsFile::SettingsFile()
 {
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString documents = platform::userFolder(platform::UserFolder::Documents);
     const QString folder = QStringLiteral("%1//Quorvel").arg(documents);
     if (!QDir().mkpath(folder)) {
         qDebug().noquote() << QStringLiteral("Quorvel::_init make dir(%1) failed").arg(folder);

@@ -3,49 +3,54 @@
 
 #include "tests/support/TestCase.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace test {
 
 namespace {
 
-QString recordOf(const QString& script)
-{
-    return script + QStringLiteral(".calls");
-}
+constexpr auto cFolderVariable = "QUORVEL_STAND_INS";
 
 } // namespace
 
-ScriptFolder::ScriptFolder() : m_pathBefore(qgetenv("PATH"))
+ScriptFolder::ScriptFolder() : m_pathBefore(qgetenv("PATH")), m_foldersBefore(qgetenv(cFolderVariable))
 {
-    qputenv("PATH", QFile::encodeName(m_folder.path()) + ':' + m_pathBefore);
+    const QByteArray folder = QFile::encodeName(QDir::toNativeSeparators(m_folder.path()));
+    qputenv("PATH", folder + QFile::encodeName(QDir::listSeparator()) + m_pathBefore);
+    qputenv(cFolderVariable, m_folder.path().toUtf8());
 }
 
 ScriptFolder::~ScriptFolder()
 {
     qputenv("PATH", m_pathBefore);
+    qputenv(cFolderVariable, m_foldersBefore);
 }
 
-QString ScriptFolder::add(const QString& name, const QByteArray& body) const
+QString ScriptFolder::program(const QString& name) const
 {
-    if (!writeFile(path(name), "#!/bin/sh\n" + body + "\n"))
-        qFatal("a script could not be written");
-    QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return path(name);
+    return path(name) + QStringLiteral(QUORVEL_PROGRAM_SUFFIX);
 }
 
-QString ScriptFolder::addRecorder(const QString& name, const QByteArray& body) const
+QString ScriptFolder::add(const QString& name, const QByteArray& steps) const
 {
-    // Arguments end in NUL and calls in an empty argument, so that any text survives.
-    const QByteArray record = QFile::encodeName(recordOf(path(name)));
-    return add(name, "printf '%s\\0' \"$@\" '' >> '" + record + "'\n" + body);
+    const QString copy = program(name);
+    if ((!QFile::exists(copy) && !QFile::copy(QStringLiteral(QUORVEL_STAND_IN), copy)) ||
+        !writeFile(path(name + QStringLiteral(".steps")), steps))
+        qFatal("a stand-in could not be written");
+    return copy;
+}
+
+QString ScriptFolder::addRecorder(const QString& name, const QByteArray& steps) const
+{
+    return add(name, "record\n" + steps);
 }
 
 QList<QStringList> ScriptFolder::calls(const QString& name) const
 {
     QList<QStringList> calls;
     QStringList call;
-    QList<QByteArray> arguments = contentOf(recordOf(path(name))).split('\0');
+    QList<QByteArray> arguments = contentOf(path(name + QStringLiteral(".calls"))).split('\0');
     arguments.removeLast();
     for (const QByteArray& argument : qAsConst(arguments)) {
         if (argument.isEmpty()) {
@@ -56,13 +61,6 @@ QList<QStringList> ScriptFolder::calls(const QString& name) const
         }
     }
     return calls;
-}
-
-bool processRuns(qint64 id)
-{
-    const QByteArray line = contentOf(QStringLiteral("/proc/%1/stat").arg(id));
-    // "42 (name) S ...": a Z is one that has ended and waits for its parent.
-    return !line.isEmpty() && line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
 }
 
 qint64 processIdIn(const QString& path)

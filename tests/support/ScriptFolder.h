@@ -8,7 +8,8 @@
 
 namespace test {
 
-/// A folder with shell scripts that stand in for other programs, first on PATH while it lives.
+/// A folder with programs that stand in for others, first on PATH while it lives. The steps that they play are
+/// described in stand-in/main.cpp.
 class ScriptFolder
 {
 public:
@@ -16,23 +17,28 @@ public:
     ~ScriptFolder();
     Q_DISABLE_COPY(ScriptFolder)
 
+    /// Path of the file \a name in the folder.
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    /// Puts an executable shell script with the given \a body there and returns its path.
-    QString add(const QString& name, const QByteArray& body) const;
-    /// Like add(), but every call of the script first records its arguments for calls().
-    QString addRecorder(const QString& name, const QByteArray& body) const;
+    /// Path of the program \a name, whether it exists or not.
+    QString program(const QString& name) const;
+    /// Puts a program there that plays \a steps, one a line, and returns its path. A program of that name plays
+    /// the new ones when it is started the next time.
+    QString add(const QString& name, const QByteArray& steps = {}) const;
+    /// Like add(), but every call of the program first records its arguments for calls().
+    QString addRecorder(const QString& name, const QByteArray& steps = {}) const;
     /// The arguments of each call of the recorder \a name so far.
     QList<QStringList> calls(const QString& name) const;
 
 private:
     QTemporaryDir m_folder;
     const QByteArray m_pathBefore;
+    const QByteArray m_foldersBefore;
 };
 
 /// Whether a process with \a id exists and has not ended.
 bool processRuns(qint64 id);
 
-/// The process id that a script has written into the file \a path; 0 while there is none.
+/// The process id that a program has written into the file \a path; 0 while there is none.
 qint64 processIdIn(const QString& path);
 
 } // namespace test

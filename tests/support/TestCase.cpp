@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/TestCase.h"
 
+#include "platform/UserFolders.h"
+
 #include <QDir>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -70,13 +72,15 @@ void test::isolateHome()
 {
     static const QTemporaryDir home;
     const QDir folder(home.path());
-    const QStringList folders{"Documents", "Desktop", ".config", "tmp"};
+    const QStringList folders{"Documents", "Desktop", "AppData", ".config", "tmp"};
     for (const QString& name : folders)
         folder.mkpath(name);
     writeFile(folder.filePath(".config/user-dirs.dirs"),
               "XDG_DOCUMENTS_DIR=\"$HOME/Documents\"\nXDG_DESKTOP_DIR=\"$HOME/Desktop\"\n");
     qputenv("HOME", QFile::encodeName(home.path()));
-    qputenv("TMPDIR", QFile::encodeName(folder.filePath("tmp")));
+    for (const char* variable : {"TMPDIR", "TMP", "TEMP"})
+        qputenv(variable, QFile::encodeName(QDir::toNativeSeparators(folder.filePath("tmp"))));
+    platform::redirectUserFolders(home.path());
     qunsetenv("XDG_CONFIG_HOME");
     qunsetenv("XDG_DATA_HOME");
     qunsetenv("XDG_CACHE_HOME");

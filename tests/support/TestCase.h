@@ -46,8 +46,8 @@ bool writeFile(const QString& path, const QByteArray& content);
 /// What the file holds; empty when it cannot be read.
 QByteArray contentOf(const QString& path);
 
-/// Points HOME, the XDG folders and the Documents and Desktop folders at a temporary folder, which is
-/// removed when the process ends. The language of the system becomes one with digits of its own, Arabic as in
+/// Points HOME, the temporary folder and the folders of the user at a temporary folder, which is removed when
+/// the process ends. The language of the system becomes one with digits of its own, Arabic as in
 /// Egypt: files and logs must not use them. Call it before the application object is created.
 void isolateHome();
 

@@ -108,8 +108,10 @@ int main(int argc, char** argv)
     if (options.apiPort < 0 || options.docsPort < 0 || installerMebibytes < 0)
         return cExitUsage;
 
-    // A client that disconnects during an answer must not end the server.
+#ifdef SIGPIPE
+    // A client that disconnects during an answer must not end the server. Windows has no such signal.
     std::signal(SIGPIPE, SIG_IGN);
+#endif
     LocalServer server(options);
     if (!applyOptions(parser, server))
         return cExitUsage;

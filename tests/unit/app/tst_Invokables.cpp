@@ -102,9 +102,8 @@ private Q_SLOTS:
         if (!umockdev_in_mock_environment())
             QSKIP("Run this under umockdev-wrapper.");
         QVERIFY(umockdev_testbed_add_from_string(m_testbed, cBootController.constData(), nullptr));
-        m_scripts.add("sunxi-fel", "echo AWUSBFEX; [ $1 = -p ] && : > " +
-                                       QFile::encodeName(m_scripts.path("writes")) + " && exec sleep 60");
-        m_scripts.add("xdg-open", ":");
+        m_scripts.add("sunxi-fel", "out AWUSBFEX\\n\nif 1 -p write writes|\nif 1 -p hang");
+        m_scripts.add("xdg-open");
         m_server.setReply("/boot.bin", HttpFaultServer::Reply::of("image"));
         m_server.setReply(
             "/api/mcu/firmware_list",

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/unit/firmware/FirmwareFixture.h"
 
+#include "platform/UserFolders.h"
 #include "storage/DataFolders.h"
 #include "storage/SettingsFile.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QStandardPaths>
 
 #include <algorithm>
 
@@ -28,13 +28,12 @@ FirmwareFixture::FirmwareFixture() : settings(std::make_shared<SettingsFile>()),
     bootMode.findUsbDevice = [](const QString&, const QString&, const platform::ProcessRun&) {
         return platform::UsbQuery{true, "always", true};
     };
-    bootMode.flashToolPath = [this] { return scripts.path("sunxi-fel"); };
+    bootMode.flashToolPath = [this] { return scripts.program("sunxi-fel"); };
 }
 
 QString FirmwareFixture::cacheFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) +
-           QStringLiteral("/firmware");
+    return platform::userFolder(platform::UserFolder::LocalData) + QStringLiteral("/firmware");
 }
 
 QStringList FirmwareFixture::cached()
@@ -45,25 +44,21 @@ QStringList FirmwareFixture::cached()
 QString FirmwareFixture::addHanging(const QString& name) const
 {
     const QString id = scripts.path(name + ".id");
-    scripts.add(name, "echo $$ > " + QFile::encodeName(id) + "; exec sleep 60");
+    scripts.add(name, "id " + name.toUtf8() + ".id\nhang");
     return id;
 }
 
 void FirmwareFixture::addFlashTool(const QByteArray& atWrite) const
 {
-    scripts.addRecorder("sunxi-fel", "cd " + QFile::encodeName(scripts.path(QString())) +
-                                         " && { mkdir busy || echo $1 >> clash; }\n"
-                                         "trap 'rmdir busy' EXIT\n"
-                                         "[ -e slow ] && sleep 0.3\n"
-                                         "case $1 in\n"
-                                         "version) echo AWUSBFEX soc=00001663'(F1C100s)';;\n"
-                                         "-p) echo $$ > tool.id\n" +
+    scripts.addRecorder("sunxi-fel", "alone busy\n"
+                                     "when slow pause 300\n"
+                                     "if 1 version out AWUSBFEX soc=00001663(F1C100s)\\n\n"
+                                     "if 1 version exit 0\n"
+                                     "id tool.id\n" +
                                          atWrite +
-                                         "\n"
-                                         "printf '\\r 50%% [========        ]  99.0 kB/s, ETA 00:01 '\n"
-                                         "cp \"$4\" written-$3\n"
-                                         "printf '\\r100%% [================]    68 kB,   99.0 kB/s\\n';;\n"
-                                         "esac");
+                                         "\nout \\r 50% [========        ]  99.0 kB/s, ETA 00:01 \n"
+                                         "copy $4|written-$3\n"
+                                         "out \\r100% [================]    68 kB,   99.0 kB/s\\n");
 }
 
 int FirmwareFixture::toolCalls(const QString& command) const

@@ -31,12 +31,12 @@ private Q_SLOTS:
     {
         const test::Table<QByteArray, bool, QString> table("tool", "ready", "line");
         table.row("not on the bus", "no bus", false, {});
-        table.row("controller", "echo 'AWUSBFEX soc=00001663(F1C100s)'", true,
+        table.row("controller", "out AWUSBFEX soc=00001663(F1C100s)\\n", true,
                   "exitCode=0 output=AWUSBFEX soc=00001663(F1C100s)");
-        table.row("controller, odd exit code", "echo AWUSBFEX; exit 3", true, "exitCode=3 output=AWUSBFEX");
-        table.row("lower case, and an error", "echo awusbfex; echo AWUSBFEX >&2", false,
+        table.row("controller, odd exit code", "out AWUSBFEX\\n\nexit 3", true, "exitCode=3 output=AWUSBFEX");
+        table.row("lower case, and an error", "out awusbfex\\n\nerr AWUSBFEX\\n", false,
                   "exitCode=0 output=awusbfex");
-        table.row("hangs", "echo AWUSBFEX; exec sleep 60", false, "timeout");
+        table.row("hangs", "out AWUSBFEX\\n\nhang", false, "timeout");
         table.row("missing", {}, false, "failed to start");
     }
 

@@ -105,7 +105,7 @@ private Q_SLOTS:
         const test::Table<bool, QByteArray, bool, QString> table("install", "powershell", "ok", "errors");
         table.row("installed", true, "exit 0", true, {});
         table.row("removed", false, "exit 0", true, {});
-        table.row("denied", true, "echo denied >&2; exit 5", false, "denied\n");
+        table.row("denied", true, "err denied\\n\nexit 5", false, "denied\n");
         table.row("no PowerShell", true, {}, false, "Failed to start process: powershell");
     }
 

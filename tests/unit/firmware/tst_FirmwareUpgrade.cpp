@@ -127,7 +127,7 @@ private Q_SLOTS:
         QCOMPARE(FirmwareFixture::cached(), QStringList());
 
         const QString cache = FirmwareFixture::cacheFolder();
-        const QString tool = m_fixture->scripts.path("sunxi-fel");
+        const QString tool = m_fixture->scripts.program("sunxi-fel");
         const QString command = "Executing: %1 -p spiflash-write %2 %3/%4";
         QStringList narrated;
         for (const QString& message : qAsConst(m_messages)) {
@@ -204,31 +204,32 @@ private Q_SLOTS:
     void writingFails_data()
     {
         const test::Table<QByteArray, int> table("atWrite", "attempts");
-        const QByteArray at = "[ $3 = %1 ] && { %2; }";
-        const auto when = [&at](const char* address, const char* what) {
-            return QByteArray(at).replace("%1", address).replace("%2", what);
+        // Takes the steps, one a line, when this address is written.
+        const auto when = [](const char* address, const char* steps) {
+            const QByteArray condition = QByteArray("if 3 ") + address + ' ';
+            return condition + QByteArray(steps).replace("\n", '\n' + condition);
         };
         table.row("boot, exit 1",
-                  when("0x0", "echo 'ERROR: Allwinner USB FEL device not found!' >&2; exit 1"), 1);
+                  when("0x0", "err ERROR: Allwinner USB FEL device not found!\\n\nexit 1"), 1);
         table.row("logo, exit 2",
-                  when("0x6000", "echo 'usb_bulk_send() ERROR -7: Operation timed out'; exit 2"), 2);
-        table.row("exec, exit 1 at the very end", when("0x50000", "printf '\\r100%% [==]'; exit 1"), 3);
-        table.row("logo, killed", when("0x6000", "rmdir busy; kill -9 $$"), 2);
-        table.row("boot, hangs", when("0x0", "rmdir busy; exec sleep 60"), 1);
+                  when("0x6000", "out usb_bulk_send() ERROR -7: Operation timed out\\n\nexit 2"), 2);
+        table.row("exec, exit 1 at the very end", when("0x50000", "out \\r100% [==]\nexit 1"), 3);
+        table.row("logo, killed", when("0x6000", "free busy\ncrash"), 2);
+        table.row("boot, hangs", when("0x0", "free busy\nhang"), 1);
         table.row("exec, hangs after a while",
-                  when("0x50000", "printf '\\r  6%% [=  ]'; rmdir busy; exec sleep 60"), 3);
+                  when("0x50000", "out \\r  6% [=  ]\nfree busy\nhang"), 3);
         table.row("boot, unknown flash, exit 0",
-                  when("0x0", "echo 'SPI support not implemented yet for 1663 (F1C100s)!'; exit 0"), 1);
+                  when("0x0", "out SPI support not implemented yet for 1663 (F1C100s)!\\n\nexit 0"), 1);
         table.row("logo, nothing written, exit 0", when("0x6000", "exit 0"), 2);
-        table.row("exec, cut off, exit 0", when("0x50000", "printf '\\r 99%% [== ]'; exit 0"), 3);
-        table.row("logo, tool vanishes", when("0x0", "rm \"$0\""), 1);
+        table.row("exec, cut off, exit 0", when("0x50000", "out \\r 99% [== ]\nexit 0"), 3);
+        table.row("logo, tool vanishes", when("0x0", "vanish"), 1);
     }
 
     void writingFails()
     {
         QFETCH(QByteArray, atWrite);
         m_fixture->addFlashTool(atWrite);
-        if (atWrite.contains("sleep"))
+        if (atWrite.contains("hang"))
             m_timings.toolSilenceMs = 1500;
         start(urls());
         waitForEnd(false);
@@ -253,7 +254,7 @@ private Q_SLOTS:
         QFETCH(QStringList, names);
         QFETCH(int, files);
         QFETCH(QString, message);
-        m_fixture->addFlashTool("[ -d \"$4\" ] && exit 0");
+        m_fixture->addFlashTool("folder 4 exit 0");
         // Left by an earlier upgrade, and the cache cannot get rid of it.
         QVERIFY(files == 3 || QDir().mkpath(FirmwareFixture::cacheFolder() + "/f1c100s.bin"));
         start(urls().mid(0, files), names.mid(0, files));
@@ -265,7 +266,7 @@ private Q_SLOTS:
 
     void refusals()
     {
-        m_fixture->scripts.add("sunxi-fel", "echo awusbfex; exit 0");
+        m_fixture->scripts.add("sunxi-fel", "out awusbfex\\n");
         start(urls());
         QCOMPARE(m_messages, QStringList{"FEL device not detected. Connect USB and hold the FEL key."});
         QCOMPARE(m_upgrade->state(), FirmwareUpgrade::State::Idle);
@@ -290,7 +291,7 @@ private Q_SLOTS:
     /// From the acceptance to the end, nobody else asks the controller, whatever happens on the bus.
     void nobodyElseAsksTheController()
     {
-        m_fixture->scripts.add("slow", ":");
+        QVERIFY(test::writeFile(m_fixture->scripts.path("slow"), {}));
         create();
         m_watch->requestCheck(false);
         QTRY_VERIFY(QFile::exists(m_fixture->scripts.path("busy")));
@@ -317,7 +318,7 @@ private Q_SLOTS:
                                                        const platform::ProcessRun&) {
             return platform::UsbQuery{plugged, {}, true};
         };
-        m_fixture->addFlashTool("printf '\\r  6%% [=  ]'; rmdir busy; exec sleep 60");
+        m_fixture->addFlashTool("out \\r  6% [=  ]\nfree busy\nhang");
         start(urls());
         QTRY_VERIFY_WITH_TIMEOUT(!m_messages.filter("6%").isEmpty(), cPatienceMs);
         // A change that has nothing to do with it ends nothing.
@@ -353,8 +354,8 @@ private Q_SLOTS:
         QFETCH(bool, ok);
         const bool writing = moment == State::WritingBoot || moment == State::WritingExec;
         if (writing)
-            m_fixture->addFlashTool(moment == State::WritingBoot ? "exec sleep 60"
-                                                                 : "[ $3 = 0x50000 ] && exec sleep 60");
+            m_fixture->addFlashTool(moment == State::WritingBoot ? "hang"
+                                                                 : "if 3 0x50000 hang");
         if (moment == State::Downloading)
             m_fixture->server.setReply("/f1/logo.bin", Reply::of(imageOf(cNames.at(1)), [](Reply& reply) {
                                            reply.sendBytes = 1000;

@@ -44,24 +44,24 @@ private Q_SLOTS:
 
     void deviceQuery_data()
     {
-        const test::Table<QByteArray, bool, QString> table("body", "found", "detail");
+        const test::Table<QByteArray, bool, QString> table("steps", "found", "detail");
         const QString detail = "ok=%1 exitCode=%2 key=VID_1F3A&PID_EFE8 stdout=%3 stderr=%4";
-        table.row("listed in lower case", "printf '%s\\n' 'usb\\vid_1f3a&pid_efe8\\6&2'; exit 3", true,
+        table.row("listed in lower case", "out usb\\\\vid_1f3a&pid_efe8\\\\6&2\\n\nexit 3", true,
                   detail.arg(1).arg(3).arg("usb\\vid_1f3a&pid_efe8\\6&2", QString()));
-        table.row("another device", "printf 'USB\\\\VID_1F3A&PID_EFE9\\n  more\\n'", false,
+        table.row("another device", "out USB\\\\VID_1F3A&PID_EFE9\\n  more\\n", false,
                   detail.arg(1).arg(0).arg("USB\\VID_1F3A&PID_EFE9 more", QString()));
-        table.row("nothing", "echo broken >&2; exit 1", false, detail.arg(1).arg(1).arg(QString(), "broken"));
-        table.row("crash after the answer", "echo 'VID_1F3A&PID_EFE8'; kill -KILL $$", false,
+        table.row("nothing", "err broken\\n\nexit 1", false, detail.arg(1).arg(1).arg(QString(), "broken"));
+        table.row("crash after the answer", "out VID_1F3A&PID_EFE8\\n\ncrash", false,
                   detail.arg(0).arg(9).arg("VID_1F3A&PID_EFE8", QString()));
-        table.row("long answer", "printf 'x%.0s' $(seq 600)", false,
+        table.row("long answer", "out " + QByteArray(600, 'x'), false,
                   detail.arg(1).arg(0).arg(QString(500, QLatin1Char('x')), QString()));
     }
 
     void deviceQuery()
     {
-        QFETCH(QByteArray, body);
+        QFETCH(QByteArray, steps);
         const test::ScriptFolder scripts;
-        scripts.addRecorder("powershell", body);
+        scripts.addRecorder("powershell", steps);
         const UsbQuery query = powershell::queryPnpDevice("1f3a", "efe8", processRunner(nullptr));
         QTEST(query.found, "found");
         QTEST(query.detail, "detail");
@@ -74,7 +74,7 @@ private Q_SLOTS:
     void archiveCommand()
     {
         const test::ScriptFolder scripts;
-        scripts.addRecorder("powershell", "echo done; echo 'and a warning' >&2; exit 4");
+        scripts.addRecorder("powershell", "out done\\n\nerr and a warning\\n\nexit 4");
         const ArchiveOutcome outcome = powershell::archiveFolder(
             "/home/o'neil [x]/Logs", "/home/o'neil/''x.zip", processRunner(nullptr), 0);
         QVERIFY(outcome.ran);

@@ -18,10 +18,10 @@ class ProcessRunnerTest : public TestCase
 private:
     test::ScriptFolder m_scripts;
 
-    ProcessOutcome run(const QByteArray& body, int finishTimeoutMs = 10000) const
+    ProcessOutcome run(const QByteArray& steps, int finishTimeoutMs = 10000) const
     {
         ProcessRequest request;
-        request.program = m_scripts.add("program", body);
+        request.program = m_scripts.add("program", steps);
         request.finishTimeoutMs = finishTimeoutMs;
         return platform::runProcess(request);
     }
@@ -29,18 +29,18 @@ private:
 private Q_SLOTS:
     void endsByItself_data()
     {
-        const test::Table<QByteArray, int, QByteArray, QByteArray> table("body", "exitCode", "output",
+        const test::Table<QByteArray, int, QByteArray, QByteArray> table("steps", "exitCode", "output",
                                                                          "errors");
-        table.row("success", "echo out; echo err >&2", 0, "out\n", "err\n");
-        table.row("failure", "echo no >&2; exit 5", 5, {}, "no\n");
-        table.row("more than a pipe holds", "head -c 300000 /dev/zero", 0, QByteArray(300000, '\0'), {});
-        table.row("asks for input", "read line || echo none", 0, "none\n", {});
+        table.row("success", "out out\\n\nerr err\\n", 0, "out\n", "err\n");
+        table.row("failure", "err no\\n\nexit 5", 5, {}, "no\n");
+        table.row("more than a pipe holds", "zeros 300000", 0, QByteArray(300000, '\0'), {});
+        table.row("asks for input", "input", 0, "end", {});
     }
 
     void endsByItself()
     {
-        QFETCH(QByteArray, body);
-        const ProcessOutcome outcome = run(body);
+        QFETCH(QByteArray, steps);
+        const ProcessOutcome outcome = run(steps);
         QCOMPARE(outcome.end, ProcessOutcome::End::Exited);
         QTEST(outcome.exitCode, "exitCode");
         QTEST(outcome.standardOutput, "output");
@@ -56,14 +56,14 @@ private Q_SLOTS:
         QCOMPARE(outcome.exitCode, -1);
     }
 
-    void crash() { QCOMPARE(run("kill -SEGV $$").end, ProcessOutcome::End::Crashed); }
+    void crash() { QCOMPARE(run("crash").end, ProcessOutcome::End::Crashed); }
 
     void hangingProgramIsKilled()
     {
         const QString idFile = m_scripts.path("id");
         // Deaf to a polite request.
         const ProcessOutcome outcome =
-            run("trap '' TERM; echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60", 300);
+            run("deaf\nid id\nhang", 300);
         QCOMPARE(outcome.end, ProcessOutcome::End::TimedOut);
         QCOMPARE(outcome.exitCode, -1);
         const qint64 id = test::processIdIn(idFile);
@@ -76,8 +76,7 @@ private Q_SLOTS:
         std::atomic_bool cancelled{false};
         const QString idFile = m_scripts.path("cancelled.id");
         ProcessRequest request;
-        request.program =
-            m_scripts.add("program", "echo $$ > " + QFile::encodeName(idFile) + "; exec sleep 60");
+        request.program = m_scripts.add("program", "id cancelled.id\nhang");
         request.finishTimeoutMs = 60000;
         request.cancelled = &cancelled;
         std::thread canceller([&cancelled, &idFile] {

@@ -82,8 +82,7 @@ private Q_SLOTS:
         const QString id = scripts.path("id");
         platform::ProcessRequest request;
         request.program =
-            scripts.add("program", "echo $$ > " + QFile::encodeName(id) + "\nwhile [ ! -e " +
-                                       QFile::encodeName(scripts.path("go")) + " ]; do sleep 0.01; done");
+            scripts.add("program", "id id\nuntil go");
         request.finishTimeoutMs = 1000;
         request.killGraceMs = 1;
         // As in a pool: a thread without an event loop, which ends before the program does.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/UserFolders.h"
 #include "settings/GenSettings.h"
 #include "storage/SettingsFile.h"
 #include "tests/support/TestCase.h"
@@ -7,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <array>
@@ -16,7 +16,7 @@ namespace {
 
 QString documents()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return platform::userFolder(platform::UserFolder::Documents);
 }
 
 QString settingsFile()

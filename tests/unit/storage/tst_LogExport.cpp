@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/LogArchive.h"
 #include "platform/PowerShell.h"
+#include "platform/UserFolders.h"
 #include "storage/DataFolders.h"
 #include "storage/DebugLog.h"
 #include "storage/LogExport.h"
@@ -9,7 +10,6 @@
 #include "tests/support/TestCase.h"
 
 #include <QDir>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <thread>
@@ -24,7 +24,7 @@ private:
 
     static QString archivePath()
     {
-        return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) +
+        return platform::userFolder(platform::UserFolder::Desktop) +
                QStringLiteral("/Quorvel_logs.zip");
     }
 
@@ -65,19 +65,20 @@ private Q_SLOTS:
                                QFile::encodeName(archive) + " stdout= stderr=\n"));
     }
 
-    /// The archiver of Windows, played by a script.
+    /// The archiver of Windows, played by a stand-in.
     void failureOnWindowsLeavesNoArchive_data()
     {
         const test::Table<QByteArray, bool> table("powershell", "saved");
-        const QByteArray zip = "echo zip > '" + QFile::encodeName(archivePath()) + "'; ";
-        table.row("exit 1", zip + "exit 1", false);
-        table.row("half a file", zip + "kill -9 $$", false);
+        const QByteArray write = "write " + archivePath().toUtf8() + '|';
+        table.row("exit 1", write + "zip\nexit 1", false);
+        table.row("half a file", write + "zip\ncrash", false);
         table.row("no archive", "exit 0", false);
-        table.row("too slow", zip + "exec sleep 60", false);
-        const QByteArray packs = "cd '" + QFile::encodeName(folders::logs()) +
-                                 "' && python3 -m zipfile -c '" + QFile::encodeName(archivePath()) + "' ";
-        table.row("a file is left out", packs + "second.log", false);
-        table.row("every file", packs + "*", true);
+        table.row("too slow", write + "zip\nhang", false);
+        // The record at the end of an archive, with its number of files.
+        const QByteArray record = write + "PK\\x05\\x06" + QByteArray("\\0").repeated(6) + "\\x0%" +
+                                  QByteArray("\\0").repeated(11);
+        table.row("a file is left out", QByteArray(record).replace('%', '1'), false);
+        table.row("every file", QByteArray(record).replace('%', '2'), true);
     }
 
     void failureOnWindowsLeavesNoArchive()

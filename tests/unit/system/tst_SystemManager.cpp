@@ -58,7 +58,7 @@ private Q_SLOTS:
         m_services.bootMode.findUsbDevice = [](const QString&, const QString&, const platform::ProcessRun&) {
             return platform::UsbQuery{true, {}, true};
         };
-        m_services.bootMode.flashToolPath = [this] { return m_scripts->path("sunxi-fel"); };
+        m_services.bootMode.flashToolPath = [this] { return m_scripts->program("sunxi-fel"); };
         m_timings = SystemTimings();
         m_timings.bootMode.firstCheckMs = 3600 * 1000;
         m_timings.upgrade.pauseBeforeDownloadsMs = 1;
@@ -121,7 +121,7 @@ private Q_SLOTS:
     /// The signals of an upgrade, here to a type without files, for which the tool writes nothing.
     void upgrade()
     {
-        m_scripts->add("sunxi-fel", "echo AWUSBFEX; [ $1 = -p ] && printf '\\r 50%% [==  ] 1 kB/s'");
+        m_scripts->add("sunxi-fel", "out AWUSBFEX\\n\nif 1 -p out \\r 50% [==  ] 1 kB/s");
         m_server->setReply("/api/mcu/firmware_list",
                            HttpFaultServer::Reply::of("{\"firmware\":[{\"type\":\"F1\"}]}"));
         SystemManager& manager = start();

@@ -55,7 +55,7 @@ private Q_SLOTS:
         QFile::remove(installerPath());
         // The desktop's opener.
         m_scripts.emplace();
-        m_scripts->addRecorder("xdg-open", ":");
+        m_scripts->addRecorder("xdg-open");
         m_progress = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::emitdownloadProgress);
     }
 

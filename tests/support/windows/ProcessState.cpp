@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/ScriptFolder.h"
+
+#include <windows.h>
+
+bool test::processRuns(qint64 id)
+{
+    const HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, DWORD(id));
+    if (process == nullptr)
+        return false;
+    const bool runs = ::WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+    ::CloseHandle(process);
+    return runs;
+}
