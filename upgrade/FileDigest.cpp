@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "upgrade/FileDigest.h"
 
-#include "upgrade/Sha256.h"
+#include "platform/Sha256.h"
 
 #include <QFile>
 
@@ -18,7 +18,7 @@ QString sha256OfFile(const QString& path)
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {};
-    Sha256 hash;
+    platform::Sha256 hash;
     std::array<char, cBlockBytes> block{};
     for (;;) {
         const qint64 count = file.read(block.data(), qint64(block.size()));

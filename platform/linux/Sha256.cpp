@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "upgrade/Sha256.h"
+#include "platform/Sha256.h"
 
 #include <openssl/evp.h>
+
+namespace platform {
 
 struct Sha256::State
 {
@@ -26,3 +28,5 @@ QByteArray Sha256::result()
         return {};
     return digest;
 }
+
+} // namespace platform
