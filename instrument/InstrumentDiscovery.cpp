@@ -90,6 +90,23 @@ InstrumentDiscovery::Found InstrumentDiscovery::find(bool askedFor)
     return found;
 }
 
+std::vector<InstrumentDiscovery::Candidate> InstrumentDiscovery::candidates()
+{
+    std::vector<Candidate> found;
+    if (!ensureHidInitialized())
+        return found;
+    const std::unique_ptr<hid_device_info, EnumerationCloser> list(hid_enumerate(cVendorId, cProductId));
+    for (const hid_device_info* entry = list.get(); entry != nullptr; entry = entry->next) {
+        if (entry->path == nullptr)
+            continue;
+        const QByteArray path(entry->path);
+        found.push_back({QString::fromLocal8Bit(path), fromWide(entry->product_string),
+                         fromWide(entry->serial_number), platform::hidAccessAdvice(path),
+                         platform::hidNodeUsers(path)});
+    }
+    return found;
+}
+
 InstrumentDiscovery::Found InstrumentDiscovery::search()
 {
     const std::unique_ptr<hid_device_info, EnumerationCloser> list(hid_enumerate(cVendorId, cProductId));

@@ -5,8 +5,10 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
+#include <vector>
 
 /**
  * Finds the instrument among the HID devices and opens it. Keeps hidapi initialised as long as it lives, so
@@ -28,6 +30,19 @@ public:
         QByteArray firstPacket; ///< a valid packet that was read while probing, or empty
     };
 
+    /// A device on the bus with the ids of the instrument.
+    struct Candidate
+    {
+        QString path;
+        QString product; ///< as the device says it
+        QString serial;  ///< as the device says it
+        /// Why the system refuses to open it and what the user can do: English text of one line; empty when
+        /// it may be opened.
+        QString accessAdvice;
+        /// Names of the other programs that have it open, as far as the system says so.
+        QStringList users;
+    };
+
     explicit InstrumentDiscovery(Log log = {});
     ~InstrumentDiscovery();
     Q_DISABLE_COPY(InstrumentDiscovery)
@@ -44,6 +59,9 @@ public:
      * refuses until the system has set its permissions.
      */
     Found find(bool askedFor);
+
+    /// Returns all candidates. Opens none of them for longer than a moment.
+    std::vector<Candidate> candidates();
 
 private:
     void log(const QString& line) const;

@@ -42,6 +42,7 @@ public:
     /// be opened, emits openFailed() if \a reportFailure is true.
     bool tryOpenDevice(bool reportFailure);
 
+    InstrumentDiscovery& discovery() { return m_discovery; }
     InstrumentPort& port() { return m_port; }
     const InstrumentPort& port() const { return m_port; }
 

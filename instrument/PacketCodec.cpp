@@ -244,6 +244,22 @@ QByteArray encode(const CurveData& curve)
     return packet;
 }
 
+std::vector<QByteArray> encodeCurve(const std::vector<float>& points)
+{
+    constexpr size_t cPerPacket = cCurvePointsPerPacket;
+    const size_t count = (points.size() + cPerPacket - 1) / cPerPacket;
+    std::vector<QByteArray> packets;
+    if (count > cMaxCurvePackets)
+        return packets;
+    for (size_t index = 0; index < count; ++index) {
+        CurveData part{static_cast<int>(count), static_cast<int>(index), {}};
+        const auto begin = points.cbegin() + static_cast<std::ptrdiff_t>(index * cPerPacket);
+        std::copy_n(begin, std::min(cPerPacket, points.size() - index * cPerPacket), part.points.begin());
+        packets.push_back(encode(part));
+    }
+    return packets;
+}
+
 QByteArray encode(const MultimeterReading& reading)
 {
     QByteArray packet = emptyPacket(Type::Multimeter);

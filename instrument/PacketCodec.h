@@ -8,6 +8,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 /**
  * The packets exchanged with the instrument, as plain values: decoding and encoding of every packet type in
@@ -127,6 +128,8 @@ std::optional<UiControl> decodeUiControl(const QByteArray& packet);
 QByteArray encode(const Measurement& measurement);
 QByteArray encode(const DeviceInfo& info);
 QByteArray encode(const CurveData& curve);
+/// The packets of a whole curve, in order; none when \a points is empty or too long for cMaxCurvePackets.
+std::vector<QByteArray> encodeCurve(const std::vector<float>& points);
 QByteArray encode(const MultimeterReading& reading);
 QByteArray encodeDeviceLog(const QString& message);
 QByteArray encode(const UiControl& control);

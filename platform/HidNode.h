@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace platform {
 
@@ -11,5 +12,9 @@ namespace platform {
  * English text of one line. Empty when the system does not forbid the opening.
  */
 QString hidAccessAdvice(const QByteArray& path);
+
+/// Returns the names of the other programs of this user that have the node \a path open, without repetition;
+/// empty where the system does not say.
+QStringList hidNodeUsers(const QByteArray& path);
 
 } // namespace platform

@@ -132,7 +132,7 @@ bool Database::open(const QString& path, Access access, Error& error)
         error = {Failure::NoPermission, path, {}};
         return false;
     }
-    QUrl url = QUrl::fromLocalFile(file.absoluteFilePath());
+    const QUrl url = QUrl::fromLocalFile(file.absoluteFilePath());
     const QByteArray uri = url.toEncoded();
     const int common = SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
     bool opened = false;

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/HidNode.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -21,6 +25,31 @@ QString hidAccessAdvice(const QByteArray& path)
                           "Copy packaging/linux/70-quorvel.rules to /etc/udev/rules.d, run "
                           "\"sudo udevadm control --reload\" and plug the instrument in again.")
         .arg(QString::fromLocal8Bit(path));
+}
+
+QStringList hidNodeUsers(const QByteArray& path)
+{
+    const QString node = QFile::decodeName(path);
+    const QString self = QString::number(QCoreApplication::applicationPid());
+    QStringList users;
+    for (const QString& process :
+         QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        bool isProcess = false;
+        process.toInt(&isProcess);
+        if (!isProcess || process == self)
+            continue;
+        // The folder of another user's process cannot be read, and is empty then.
+        const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
+        for (const QFileInfo& file : files.entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot)) {
+            if (file.symLinkTarget() != node)
+                continue;
+            QFile name(QStringLiteral("/proc/%1/comm").arg(process));
+            if (name.open(QIODevice::ReadOnly))
+                users << QString::fromLocal8Bit(name.readAll()).trimmed();
+        }
+    }
+    users.removeDuplicates();
+    return users;
 }
 
 } // namespace platform

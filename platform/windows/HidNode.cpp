@@ -23,4 +23,9 @@ QString hidAccessAdvice(const QByteArray& path)
         .arg(QString::fromUtf8(path));
 }
 
+QStringList hidNodeUsers(const QByteArray& /*path*/)
+{
+    return {};
+}
+
 } // namespace platform

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Duration.h"
+
+#include <QRegularExpression>
+
+namespace cli {
+
+namespace {
+
+constexpr double cMicrosPerSecond = 1e6;
+constexpr double cLongestSeconds = 10 * 366 * 86400.0;
+
+double secondsOf(const QString& unit)
+{
+    if (unit == QLatin1String("ms"))
+        return 0.001;
+    if (unit == QLatin1String("m"))
+        return 60;
+    if (unit == QLatin1String("h"))
+        return 3600;
+    if (unit == QLatin1String("d"))
+        return 86400;
+    return 1;
+}
+
+} // namespace
+
+std::optional<std::chrono::microseconds> parseDuration(const QString& text)
+{
+    static const QRegularExpression whole(
+        QStringLiteral("^(?:[0-9]+(?:\\.[0-9]+)?(?:ms|s|m|h|d))+$|^[0-9]+(?:\\.[0-9]+)?$"));
+    static const QRegularExpression part(QStringLiteral("([0-9]+(?:\\.[0-9]+)?)(ms|s|m|h|d|)"));
+    if (!whole.match(text).hasMatch())
+        return std::nullopt;
+    double seconds = 0;
+    QRegularExpressionMatchIterator parts = part.globalMatch(text);
+    while (parts.hasNext()) {
+        const QRegularExpressionMatch match = parts.next();
+        seconds += match.captured(1).toDouble() * secondsOf(match.captured(2));
+    }
+    if (!(seconds <= cLongestSeconds))
+        return std::nullopt;
+    return std::chrono::microseconds(static_cast<qint64>(seconds * cMicrosPerSecond + 0.5));
+}
+
+QString durationText(std::chrono::microseconds duration)
+{
+    const qint64 seconds = std::chrono::duration_cast<std::chrono::seconds>(duration).count();
+    constexpr int cPerMinute = 60;
+    constexpr int cPerHour = 3600;
+    const QChar zero = QLatin1Char('0');
+    return QStringLiteral("%1:%2:%3")
+        .arg(seconds / cPerHour)
+        .arg(seconds / cPerMinute % cPerMinute, 2, 10, zero)
+        .arg(seconds % cPerMinute, 2, 10, zero);
+}
+
+} // namespace cli

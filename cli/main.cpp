@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Command.h"
+#include "platform/Terminal.h"
+#include "storage/ApplicationInfo.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
+
+int main(int argc, char** argv)
+{
+    platform::makeBinary(stdout);
+    QCoreApplication app(argc, argv);
+    // The lock file of a recording names it.
+    QCoreApplication::setApplicationName(QStringLiteral("quorvel-cli"));
+    QCoreApplication::setApplicationVersion(applicationVersion());
+    QTranslator translator;
+    if (QLocale().language() == QLocale::Chinese &&
+        translator.load(QStringLiteral(":/localization/accessibility_cn.qm")))
+        QCoreApplication::installTranslator(&translator);
+    return cli::run(QCoreApplication::arguments());
+}
