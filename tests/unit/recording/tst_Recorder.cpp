@@ -3,6 +3,7 @@
 #include "recording/RecordingReader.h"
 #include "recording/RecordingRepair.h"
 #include "recording/RunningRecordings.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/TestCase.h"
 
 #include <QFile>
@@ -71,6 +72,9 @@ private Q_SLOTS:
     void cleanup();
     void whatWasAddedIsInTheFile();
     void gapsHaveTheirReasons();
+    void anAlmostFullDiskEndsTheRecording();
+    void aDiskThatTakesNothingIsAGap();
+    void theNextRecordingStartsAtOnce();
 
 private:
     QString path() const { return m_folder->filePath(QStringLiteral("a.qrec")); }
@@ -189,6 +193,75 @@ void tst_Recorder::gapsHaveTheirReasons()
                                 "21000-28821100 suspended", "28822000-28823000 unplugged"}));
     // Four times 0.9 s at 1 A: nothing is integrated across a gap.
     QVERIFY(std::abs(reader.info().of(Supply::Main).chargeMah - 3.6 / 3.6) < 1e-9);
+}
+
+void tst_Recorder::anAlmostFullDiskEndsTheRecording()
+{
+    Recorder recorder(m_bench->surroundings());
+    const QSignalSpy ended(&recorder, &Recorder::ended);
+    QVERIFY(!recorder.start({path(), Time(0), {}}));
+    feed(recorder, 10s);
+    m_bench->freeBytes = Recorder::cLeastFreeBytes - 1;
+    QTRY_COMPARE(ended.size(), 1);
+    QCOMPARE(ended[0][0].value<EndReason>(), EndReason::DiskSpace);
+    QVERIFY(!ended[0][1].value<Error>());
+    RecordingReader reader;
+    QVERIFY(reader.open(path()));
+    QCOMPARE(reader.info().rows, 100);
+    QCOMPARE(reader.info().endReason, EndReason::DiskSpace);
+    QCOMPARE(recorder.start({m_folder->filePath(QStringLiteral("b.qrec")), Time(0), {}}).failure,
+             Failure::DiskFull);
+}
+
+void tst_Recorder::aDiskThatTakesNothingIsAGap()
+{
+    if (!test::FileSizeLimit::isSupported())
+        QSKIP("this system cannot limit the size of files");
+    Recorder recorder(m_bench->surroundings());
+    QVERIFY(!recorder.start({path(), Time(0), {}}));
+    feed(recorder, 10s);
+    QTRY_COMPARE(recorder.status().totals.rows, 100);
+    {
+        const test::FileSizeLimit limit(QFileInfo(path() + QStringLiteral("-wal")).size());
+        feed(recorder, 1s);
+        QTRY_VERIFY(recorder.status().problem);
+        // More than the queue holds.
+        feed(recorder, 100ms * (Recorder::cQueueCapacity + 1000));
+    }
+    QTRY_VERIFY(!recorder.status().problem);
+    feed(recorder, 10s);
+    recorder.stopAndWait();
+    RecordingReader reader;
+    QVERIFY(reader.open(path()));
+    const std::vector<Gap> gaps = reader.gaps();
+    QCOMPARE(gaps.size(), size_t(1));
+    QCOMPARE(gaps[0].reason, GapReason::SlowDisk);
+    // What waited in the queue is there, and only the rest is missing.
+    const qint64 rows = reader.info().rows;
+    QVERIFY(rows >= static_cast<qint64>(Recorder::cQueueCapacity) &&
+            rows < static_cast<qint64>(Recorder::cQueueCapacity) + 1210);
+    QCOMPARE(rows, 100 + (gaps[0].from / Time(100ms) - 100) +
+                       (reader.info().duration - *gaps[0].to) / Time(100ms) + 1);
+}
+
+void tst_Recorder::theNextRecordingStartsAtOnce()
+{
+    Recorder recorder(m_bench->surroundings());
+    QSignalSpy ended(&recorder, &Recorder::ended);
+    for (int number = 0; number < 5; ++number) {
+        const QString name = m_folder->filePath(QString::number(number));
+        QVERIFY(!recorder.start({name, Time(0), {}}));
+        feed(recorder, 1s);
+        recorder.stopAndWait();
+        RecordingReader reader;
+        QVERIFY(reader.open(name));
+        QCOMPARE(reader.info().rows, 10);
+    }
+    // No event of an earlier one comes late.
+    QVERIFY(!recorder.start({path(), Time(0), {}}));
+    QCoreApplication::processEvents();
+    QVERIFY(recorder.isRecording());
+    QCOMPARE(ended.size(), 5);
 }
 
 QUORVEL_TEST_MAIN(tst_Recorder, QCoreApplication)
