@@ -5,7 +5,7 @@
 #include "cli/Duration.h"
 #include "storage/ApplicationInfo.h"
 
-#include <algorithm>
+#include <QCoreApplication>
 
 namespace cli {
 
@@ -91,6 +91,11 @@ std::optional<std::chrono::microseconds> timeOf(const QCommandLineParser& option
         console::fail(WrongUsage,
                       QStringLiteral("--%1 %2: not a time such as 90s, 5m or 8h").arg(name, text));
     return time;
+}
+
+int runEventLoop()
+{
+    return QCoreApplication::exec();
 }
 
 int run(const QStringList& arguments)

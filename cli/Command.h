@@ -55,6 +55,9 @@ QCommandLineOption timeOption(const QString& name, const QString& description);
 std::optional<std::chrono::microseconds> timeOf(const QCommandLineParser& options, const QString& name,
                                                 std::chrono::microseconds fallback);
 
+/// Runs the only event loop of the program until QCoreApplication::exit(). Returns the exit code given there.
+int runEventLoop();
+
 /// Runs the program with its \a arguments, the first of which is its own name. Returns the exit code.
 int run(const QStringList& arguments);
 

@@ -102,7 +102,7 @@ public:
             return m_code;
         if (!m_recorder.isRecording())
             console::showProgress(QStringLiteral("Waiting for an instrument…"));
-        return QCoreApplication::exec();
+        return runEventLoop();
     }
 
 private:

@@ -40,7 +40,7 @@ public:
                                [] { QCoreApplication::exit(Success); });
         console::write(m_text.header());
         console::flush();
-        const int result = QCoreApplication::exec();
+        const int result = runEventLoop();
         if (m_inPlace)
             console::write("\n");
         return result;

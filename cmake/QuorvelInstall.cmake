@@ -11,9 +11,10 @@ else()
     set(QUORVEL_HOME "${CMAKE_INSTALL_LIBDIR}/quorvel")
 endif()
 
-install(TARGETS quorvel RUNTIME DESTINATION "${QUORVEL_HOME}")
+install(TARGETS quorvel quorvel-cli RUNTIME DESTINATION "${QUORVEL_HOME}")
 install(FILES "${PROJECT_SOURCE_DIR}/pack/Quorvel.ini" DESTINATION "${QUORVEL_HOME}/pack")
-install(FILES "${PROJECT_SOURCE_DIR}/docs/settings.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES "${PROJECT_SOURCE_DIR}/docs/settings.md" "${PROJECT_SOURCE_DIR}/docs/recordings.md"
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(FILES "${PROJECT_SOURCE_DIR}/plugins/sunxi-tools/README.md"
         DESTINATION "${QUORVEL_HOME}/plugins/sunxi-tools")
 install(FILES "${PROJECT_SOURCE_DIR}/fonts/NOTICE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME NOTICE.font)
@@ -31,9 +32,15 @@ if(WIN32)
     install(PROGRAMS ${quorvel_flash_tool} DESTINATION "${QUORVEL_HOME}/plugins/sunxi-tools")
 else()
     set(linux_files "${PROJECT_SOURCE_DIR}/packaging/linux")
-    install(CODE "file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
-file(CREATE_LINK \"../${QUORVEL_HOME}/quorvel\"
-     \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/quorvel\" SYMBOLIC)")
+    install(
+        CODE "file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
+foreach(program quorvel quorvel-cli)
+    file(CREATE_LINK \"../${QUORVEL_HOME}/\${program}\"
+         \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/\${program}\" SYMBOLIC)
+endforeach()")
+    install(FILES "${PROJECT_SOURCE_DIR}/docs/man/quorvel-cli.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+    install(FILES "${linux_files}/completions/quorvel-cli"
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
     # The licence's own text is part of the system; what applies to which file is said here.
     install(FILES "${linux_files}/debian/copyright" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
     # udev reads rules from lib only, whatever the libraries' folder is called.

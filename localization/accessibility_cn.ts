@@ -74,4 +74,103 @@
         <translation>Quorvel 的窗口无法显示，因为程序的某个部分缺失或已损坏。请重新安装 Quorvel。</translation>
     </message>
 </context>
+<context>
+    <name>Recording</name>
+    <message>
+        <source>%1 could not be read or written.</source>
+        <translation>无法读取或写入 %1。</translation>
+    </message>
+    <message>
+        <source>%1 does not exist.</source>
+        <translation>%1 不存在。</translation>
+    </message>
+    <message>
+        <source>%1 exists already. It was not changed.</source>
+        <translation>%1 已存在，未作更改。</translation>
+    </message>
+    <message>
+        <source>%1 is being recorded by another program.</source>
+        <translation>另一个程序正在录制到 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or incomplete.</source>
+        <translation>%1 已损坏或不完整。</translation>
+    </message>
+    <message>
+        <source>%1 is not a recording.</source>
+        <translation>%1 不是录制文件。</translation>
+    </message>
+    <message>
+        <source>%1 is on a medium that cannot be written.</source>
+        <translation>%1 所在的介质不可写。</translation>
+    </message>
+    <message>
+        <source>%1 was made by a newer version of this program.</source>
+        <translation>%1 由本程序的更新版本创建。</translation>
+    </message>
+    <message>
+        <source>Between two recordings</source>
+        <translation>两次录制之间</translation>
+    </message>
+    <message>
+        <source>Computer asleep</source>
+        <translation>计算机休眠</translation>
+    </message>
+    <message>
+        <source>Disk too slow or full</source>
+        <translation>磁盘过慢或已满</translation>
+    </message>
+    <message>
+        <source>Interrupted</source>
+        <translation>已中断</translation>
+    </message>
+    <message>
+        <source>Merged from several recordings</source>
+        <translation>由多个录制合并</translation>
+    </message>
+    <message>
+        <source>No data from the instrument</source>
+        <translation>仪器没有数据</translation>
+    </message>
+    <message>
+        <source>No instrument connected</source>
+        <translation>未连接仪器</translation>
+    </message>
+    <message>
+        <source>Recording interrupted</source>
+        <translation>录制中断</translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>正在录制</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>已停止</translation>
+    </message>
+    <message>
+        <source>The condition came true</source>
+        <translation>已满足条件</translation>
+    </message>
+    <message>
+        <source>The disk was almost full</source>
+        <translation>磁盘空间几乎用尽</translation>
+    </message>
+    <message>
+        <source>The file could not be written</source>
+        <translation>无法写入文件</translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk for %1.</source>
+        <translation>磁盘空间不足，无法写入 %1。</translation>
+    </message>
+    <message>
+        <source>Unplugged</source>
+        <translation>已拔出</translation>
+    </message>
+    <message>
+        <source>You do not have permission to use %1.</source>
+        <translation>您没有使用 %1 的权限。</translation>
+    </message>
+</context>
 </TS>

@@ -69,6 +69,7 @@ private Q_SLOTS:
     void aForeignMarkGetsItsTime();
     void mergedRecordingsKeepTheirSums();
     void wallTimeFollowsTheClockPoints();
+    void theDocumentedQueriesWork();
 
 private:
     QString path(const char* name = "a.qrec") const { return m_folder->filePath(QLatin1String(name)); }
@@ -354,6 +355,31 @@ void tst_RecordingFile::wallTimeFollowsTheClockPoints()
     QCOMPARE(reader.wallTime(30s).toMSecsSinceEpoch(), cWallStart / 1000 + 30'000);
     QCOMPARE(reader.wallTime(90s).toMSecsSinceEpoch(), cWallStart / 1000 + 90'000 - 3'600'000);
     QCOMPARE(reader.wallTime(90s).offsetFromUtc(), -3600);
+}
+
+/// The three queries of docs/recordings.md, as they are written there.
+void tst_RecordingFile::theDocumentedQueriesWork()
+{
+    std::vector<Event> events = rows(0s, 100s, 100ms);
+    std::get<recording::Measurement>(events[505]).values.mainPower = 42;
+    events.emplace_back(GapBegin{100s, GapReason::Unplugged, {}});
+    events.emplace_back(rowAt(110s));
+    write(path(), events);
+    const QString text = QString::fromUtf8(test::contentOf(QStringLiteral(QUORVEL_RECORDINGS_DOCUMENT)));
+    QStringList queries = text.split(QStringLiteral("```sql\n")).mid(1);
+    for (QString& query : queries)
+        query = query.section(QStringLiteral("```"), 0, 0);
+    QCOMPARE(queries.size(), 3);
+    Database database;
+    Error error;
+    QVERIFY(database.open(path(), Database::Access::Read, error));
+    QStringList results;
+    for (const QString& query : qAsConst(queries)) {
+        Statement statement = database.prepare(query);
+        QVERIFY2(statement.isValid() && statement.step(), qPrintable(database.lastFailure().detail));
+        results << statement.text(0) + QLatin1Char(' ') + statement.text(1);
+    }
+    QCOMPARE(results, (QStringList{"27.75 0.000116666666666667", "42.0 2023-11-14 22:14:10", "unplugged 1"}));
 }
 
 QUORVEL_TEST_MAIN(tst_RecordingFile, QCoreApplication)
