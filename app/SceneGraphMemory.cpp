@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/SceneGraphMemory.h"
 
+#include "platform/UserFolders.h"
 #include "storage/JsonFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonObject>
-#include <QStandardPaths>
 
 #include <cstdlib>
 
@@ -20,8 +20,7 @@ constexpr const char* cStateNames[] = {"works", "trying", "unusable"};
 
 QString SceneGraphMemory::path()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-           QStringLiteral("/Quorvel/graphics.json");
+    return platform::userFolder(platform::UserFolder::Cache) + QStringLiteral("/Quorvel/graphics.json");
 }
 
 std::optional<SceneGraphMemory> SceneGraphMemory::read(const QString& fingerprint, const QDateTime& now)

@@ -21,5 +21,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # lrelease and lupdate write the same files on every system: the ones of this system serve.
 set(Qt5LinguistTools_DIR /usr/lib/x86_64-linux-gnu/cmake/Qt5LinguistTools CACHE PATH "Qt's translation tools")
+# Tests run under Wine.
+set(CMAKE_CROSSCOMPILING_EMULATOR wine)
 set(ENV{PKG_CONFIG_LIBDIR} "${QUORVEL_WINDOWS_ROOT}/libraries/lib/pkgconfig")
 set(ENV{PKG_CONFIG_PATH} "")

@@ -21,6 +21,11 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
+# What ships holds no path of the machine that built it: two builds of the same sources are equal.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    add_compile_options(-ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+endif()
+
 # quorvel_configure(<target>): the warnings and definitions that every target of this project shares.
 function(quorvel_configure target)
     target_compile_definitions(

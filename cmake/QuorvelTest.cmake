@@ -15,7 +15,12 @@ function(quorvel_add_unit_test name)
     # Libraries named by the test come first: a fake that defines a library's functions wins over it.
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} quorvel_test_support quorvel_${ARG_LAYER}
                                           Qt5::Test)
-    add_test(NAME ${name} COMMAND ${ARG_LAUNCHER} $<TARGET_FILE:${name}>)
+    # A target's name lets the toolchain put its emulator in front.
+    if(ARG_LAUNCHER)
+        add_test(NAME ${name} COMMAND ${ARG_LAUNCHER} $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+    endif()
     # A launcher may preload a library, in front of which the address sanitizer wants to be.
     set(asan_options verify_asan_link_order=0)
     if(ARG_WITHOUT_LEAK_CHECK)

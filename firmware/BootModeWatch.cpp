@@ -16,6 +16,9 @@ const auto cProductId = QStringLiteral("EFE8");
 /// Part of the flash tool's answer when the controller answers it.
 const auto cFelAnswer = QStringLiteral("AWUSBFEX");
 
+/// How often a query that was not finished is repeated. The first PowerShell after the system's start may need
+/// longer than its limit, and no change of the bus would cause another check.
+constexpr int cQueryRetries = 3;
 constexpr int cFelStartTimeoutMs = 800;
 constexpr int cFelFinishTimeoutMs = 1200;
 constexpr int cFelKillGraceMs = 300;
@@ -130,10 +133,24 @@ void BootModeWatch::onChecked(bool force, Finding finding)
     m_busy = false;
     if (m_claimed && finding.certain && !finding.usb)
         Q_EMIT controllerGone();
-    if (m_checkAgain) {
+    if (retries(finding) || m_checkAgain) {
         m_checkAgain = false;
         requestCheck(false);
     }
+}
+
+bool BootModeWatch::retries(const Finding& finding)
+{
+    if (!finding.failed) {
+        m_failures = 0;
+        return false;
+    }
+    if (++m_failures > cQueryRetries)
+        return false;
+    m_log.write(QStringLiteral("The query of the USB devices was not finished. Looking again, %1 of %2.")
+                    .arg(m_failures)
+                    .arg(cQueryRetries));
+    return true;
 }
 
 void BootModeWatch::checkNow(bool force)
@@ -178,6 +195,7 @@ BootModeWatch::Finding BootModeWatch::look(Asker asker)
     Finding finding;
     finding.usb = query.found;
     finding.certain = query.answered;
+    finding.failed = query.failed;
     if (!query.found)
         return finding;
     const std::lock_guard<std::mutex> lock(m_controller);

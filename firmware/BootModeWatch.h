@@ -91,6 +91,8 @@ private:
         bool fel = false;
         /// Whether the system answered at all.
         bool certain = false;
+        /// The query of the bus was not finished.
+        bool failed = false;
         /// Whether the controller was asked.
         bool asked = false;
     };
@@ -102,6 +104,8 @@ private:
     void apply(bool force, bool usb, bool fel);
     void onSettled();
     void release();
+    /// Whether another check follows the one with \a finding, because its query was not finished.
+    bool retries(const Finding& finding);
 
     const BootModeServices m_services;
     const BootModeTimings m_timings;
@@ -122,6 +126,8 @@ private:
     bool m_checkAgain = false;
     /// A check did not ask the controller because of a Claim.
     bool m_notAsked = false;
+    /// Checks in a row whose query was not finished.
+    int m_failures = 0;
     QTimer m_settled;
     std::unique_ptr<platform::DeviceNotice> m_notice;
     QThreadPool m_thread;

@@ -119,6 +119,7 @@ UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun
     query.found = ok && output.contains(key, Qt::CaseInsensitive);
     // An empty list proves nothing: the shell also prints one when the inventory fails.
     query.answered = query.found;
+    query.failed = !ok;
     query.detail = QStringLiteral("ok=%1 exitCode=%2 key=%3 stdout=%4 stderr=%5")
                        .arg(QString::number(int(ok)), QString::number(exitCode), key,
                             output.left(cLoggedAnswerLength).simplified(), errors.simplified());

@@ -15,6 +15,8 @@ struct UsbQuery
     QString detail;
     /// False when the system gave no answer: a device that was not found may be there all the same.
     bool answered = true;
+    /// The query was not finished, for example because it was too slow: another one may have an answer.
+    bool failed = false;
 };
 
 /// Looks for the USB device with the vendor and product number \a vid and \a pid, four hexadecimal digits

@@ -24,6 +24,9 @@ QString platform::userFolder(UserFolder folder)
     case UserFolder::Desktop:
         return home.isNull() ? QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)
                              : home + QStringLiteral("/Desktop");
+    case UserFolder::Cache:
+        return home.isNull() ? QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
+                             : home + QStringLiteral("/.cache");
     case UserFolder::LocalData:
         break;
     }

@@ -1,6 +1,10 @@
 ; SPDX-License-Identifier: GPL-3.0-or-later
-; The Windows installer. build-installer defines STAGE, VERSION, OUTFILE, LICENSE, ICON and UNINSTALL_LIST.
+; The Windows installer. build-installer defines VERSION, OUTFILE, LICENSE, ICON, INSTALL_LIST and
+; UNINSTALL_LIST, and TARGET for another kind of code than the usual one.
 
+!ifdef TARGET
+Target ${TARGET}
+!endif
 Unicode true
 SetCompressor /SOLID lzma
 ManifestDPIAware true
@@ -17,7 +21,6 @@ ManifestDPIAware true
 Name "${PRODUCT}"
 OutFile "${OUTFILE}"
 InstallDir "$PROGRAMFILES64\${PRODUCT}"
-InstallDirRegKey HKLM "${UNINSTALL_KEY}" "InstallLocation"
 RequestExecutionLevel admin
 BrandingText "${PRODUCT} ${VERSION}"
 
@@ -70,6 +73,13 @@ Function .onInit
     Abort
   ${EndIf}
   SetRegView 64
+  ; Where an older version is, unless the command line names another folder.
+  ${If} $INSTDIR == "$PROGRAMFILES64\${PRODUCT}"
+    ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
+    ${If} $0 != ""
+      StrCpy $INSTDIR $0
+    ${EndIf}
+  ${EndIf}
 FunctionEnd
 
 Function un.onInit
@@ -84,7 +94,7 @@ Section "Install"
     ExecWait '"$INSTDIR\${UNINSTALLER}" /S _?=$INSTDIR'
 
   SetOutPath "$INSTDIR"
-  File /r "${STAGE}/*"
+  !include "${INSTALL_LIST}"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\${PROGRAM}"
 

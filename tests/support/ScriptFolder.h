@@ -29,6 +29,10 @@ public:
     /// The arguments of each call of the recorder \a name so far.
     QList<QStringList> calls(const QString& name) const;
 
+    /// What opens files on this system's desktop, and the argument with which it opens the file \a path.
+    static QString opener();
+    static QString openerArgument(const QString& path);
+
 private:
     QTemporaryDir m_folder;
     const QByteArray m_pathBefore;

@@ -34,7 +34,7 @@ const QString cControlPath = QStringLiteral("/control");
 void reuseAddressOnly(socket_t socket)
 {
     const int yes = 1;
-    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
 }
 
 /// Sends \a body at \a bytesPerSecond, at full speed when that is 0.

@@ -135,6 +135,29 @@ private Q_SLOTS:
         QTRY_VERIFY(watch.felReady());
     }
 
+    /// The first PowerShell of the day is too slow; one that is always too slow is not asked for ever.
+    void unfinishedQueryIsRepeated()
+    {
+        m_fixture->addFlashTool();
+        std::atomic_int looks{0};
+        std::atomic_int slow{2};
+        m_fixture->bootMode.findUsbDevice = [&](const QString&, const QString&, const platform::ProcessRun&) {
+            return ++looks > slow ? platform::UsbQuery{true, {}, true}
+                                  : platform::UsbQuery{false, "Process timed out: powershell", false, true};
+        };
+        BootModeWatch& watch = create();
+        watch.requestCheck(false);
+        QTRY_VERIFY(watch.felReady());
+        QCOMPARE(looks.load(), 3);
+        slow = 1000;
+        looks = 0;
+        watch.requestCheck(false);
+        QTRY_COMPARE(m_fixture->logged("The query of the USB devices was not finished. Looking again, 3 of 3."), 1);
+        QTRY_COMPARE(m_fixture->logLines().filter("requestConnectionStateRefresh completed: ").size(), 7);
+        QCOMPARE(looks.load(), 4);
+        QVERIFY(!watch.usbConnected());
+    }
+
     void stoppingDuringACheck()
     {
         const QString id = m_fixture->addHanging("sunxi-fel");

@@ -106,7 +106,9 @@ private Q_SLOTS:
         table.row("installed", true, "exit 0", true, {});
         table.row("removed", false, "exit 0", true, {});
         table.row("denied", true, "err denied\\n\nexit 5", false, "denied\n");
-        table.row("no PowerShell", true, {}, false, "Failed to start process: powershell");
+        // Windows always has one; so has the tests' folder there.
+        if (!QFile::exists(QCoreApplication::applicationDirPath() + "/powershell.exe"))
+            table.row("no PowerShell", true, {}, false, "Failed to start process: powershell");
     }
 
     void job()

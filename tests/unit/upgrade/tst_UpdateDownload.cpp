@@ -55,7 +55,7 @@ private Q_SLOTS:
         QFile::remove(installerPath());
         // The desktop's opener.
         m_scripts.emplace();
-        m_scripts->addRecorder("xdg-open");
+        m_scripts->addRecorder(test::ScriptFolder::opener());
         m_progress = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::emitdownloadProgress);
     }
 
@@ -375,7 +375,8 @@ private Q_SLOTS:
         QTimer::singleShot(0, m_control.get(), [this] { m_control->startInstall(); });
         QTimer::singleShot(20000, m_control.get(), [] { QCoreApplication::exit(1); });
         QCOMPARE(QCoreApplication::exec(), 0);
-        QTRY_COMPARE(m_scripts->calls("xdg-open"), QList<QStringList>{{installerPath()}});
+        QTRY_COMPARE(m_scripts->calls(test::ScriptFolder::opener()),
+                     QList<QStringList>{{test::ScriptFolder::openerArgument(installerPath())}});
         // It is the installer's file now.
         m_control.reset();
         QVERIFY(QFile::exists(installerPath()));
@@ -435,7 +436,7 @@ private:
         return Reply::of({}, [](Reply& reply) { reply.mute = true; });
     }
 
-    int opened() const { return m_scripts->calls("xdg-open").size(); }
+    int opened() const { return m_scripts->calls(test::ScriptFolder::opener()).size(); }
 
     void learnPackage(const QString& sha256) { learnPackage(sha256, m_server->url(cPackagePath)); }
 

@@ -8,3 +8,13 @@ bool test::processRuns(qint64 id)
     // "42 (name) S ...": a Z is one that has ended and waits for its parent.
     return !line.isEmpty() && line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
 }
+
+QString test::ScriptFolder::opener()
+{
+    return QStringLiteral("xdg-open");
+}
+
+QString test::ScriptFolder::openerArgument(const QString& path)
+{
+    return path;
+}

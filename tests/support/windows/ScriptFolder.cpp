@@ -12,3 +12,13 @@ bool test::processRuns(qint64 id)
     ::CloseHandle(process);
     return runs;
 }
+
+QString test::ScriptFolder::opener()
+{
+    return QStringLiteral("explorer");
+}
+
+QString test::ScriptFolder::openerArgument(const QString& path)
+{
+    return QStringLiteral("file:///") + path;
+}
