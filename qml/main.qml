@@ -259,7 +259,7 @@ ApplicationWindow {
     ScreenSync {
         id: _screenSync
 
-        onPageRequested: _pages.showPage(page)
+        onPageRequested: _pages.showPage(index)
     }
 
     Timer { id: resizeApplyTimer; interval: 16; onTriggered: mainwindows.applyPendingResize() }

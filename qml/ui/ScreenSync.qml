@@ -16,7 +16,7 @@ Item {
         Instrument.TypeCScreen]
 
     /// The instrument has changed its screen: show this page without a signal of its own.
-    signal pageRequested(int page)
+    signal pageRequested(int index)
 
     function screenOfPage(index) {
         return index >= 0 && index < screens.length ? screens[index] : noScreen
