@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "firmware/DriverJob.h"
 
-#include "platform/PowerShell.h"
+#include "platform/DriverCommand.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -3,8 +3,8 @@
 
 namespace platform {
 
-/// Makes memory of large blocks (pictures, textures, glyph sheets) go back to the system as soon as it is
-/// freed. Call it once, before anything large is allocated.
+/// Returns freed memory of large blocks (pictures, textures, glyph sheets) to the system at once. Call it
+/// once, before anything large is allocated.
 void returnLargeBlocksAtOnce();
 
 } // namespace platform

@@ -16,23 +16,6 @@ namespace {
 /// How much of a query's answer is worth a place in the log.
 constexpr int cLoggedAnswerLength = 500;
 
-/// The outer shell's text: starts \a parameters in an elevated shell and passes its exit code on.
-QString elevated(const QString& script, const QString& parameters)
-{
-    // Start-Process joins its arguments with blanks as they are, so a path with blanks brings its own quotes.
-    const QString path =
-        script.contains(QLatin1Char(' ')) ? QLatin1Char('"') + script + QLatin1Char('"') : script;
-    // An error that is written under the preference 'Stop' ends the shell with code 1, so it overrides that.
-    // Joined rather than filled in with arg(): a path may contain "%1" itself.
-    return QStringLiteral("$ErrorActionPreference = 'Stop'; $script = '") + quoted(path) +
-           QStringLiteral("'; $args = @('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,") +
-           parameters +
-           QStringLiteral(
-               "); try {   $p = Start-Process -FilePath 'powershell.exe' -ArgumentList $args -Verb RunAs "
-               "-Wait -PassThru;   exit $p.ExitCode } "
-               "catch {   Write-Error $_ -ErrorAction Continue; exit 1223 }");
-}
-
 /// \a path for a parameter that takes wildcards: brackets stand for themselves.
 QString wildcardLiteral(QString path)
 {
@@ -96,16 +79,6 @@ QString compressCommand(const QString& folder, const QString& archive)
 {
     return QStringLiteral("Compress-Archive -Path '") + quoted(wildcardLiteral(folder)) +
            QStringLiteral("\\*' -DestinationPath '") + quoted(archive) + QStringLiteral("' -Force");
-}
-
-QString installDriverCommand(const QString& script)
-{
-    return elevated(script, QStringLiteral("'-TrustBundledCertificate','-ScanDevices','-ForceBind'"));
-}
-
-QString uninstallDriverCommand(const QString& script)
-{
-    return elevated(script, QStringLiteral("'-ScanDevices'"));
 }
 
 UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun& run)

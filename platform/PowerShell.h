@@ -12,11 +12,8 @@
 /// so it is built and tested on every platform.
 namespace platform::powershell {
 
-/// Limit of a query or an archive run, and of a driver job with its elevation prompt, in milliseconds.
+/// Time limit of a query or an archive run, in milliseconds.
 constexpr int cQueryTimeoutMs = 2000;
-constexpr int cDriverJobTimeoutMs = 180000;
-/// Exit code of a driver job whose elevation the user refused (the Windows code ERROR_CANCELLED).
-constexpr int cElevationRefused = 1223;
 
 inline QString program()
 {
@@ -37,11 +34,6 @@ QString deviceQuery(const QString& key);
 
 /// Packs everything in \a folder into the zip file \a archive; both paths with native separators.
 QString compressCommand(const QString& folder, const QString& archive);
-
-/// Runs the driver script \a script in an elevated shell and ends with its exit code, or with
-/// cElevationRefused when the user declines.
-QString installDriverCommand(const QString& script);
-QString uninstallDriverCommand(const QString& script);
 
 /// Whether Windows lists the USB device; see platform::findUsbDevice.
 UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun& run);

@@ -47,12 +47,11 @@ ApplicationWindow {
     property bool pendingResizeRight: false
     property bool pendingResizeBottom: false
 
-    property bool _suppressUiControlSync: false
+    property alias _suppressUiControlSync: _screenSync.suppressed
     property bool _loadInitialPage: false
     property bool _loadWindowEffects: false
-    property bool _restoringWindowGeometry: true
-    // The windowing system has placed the window: from now on, a change of its geometry is the user's.
-    property bool _placed: false
+    property alias _restoringWindowGeometry: _placement.restoring
+    property alias _placed: _placement.placed
     property bool leftMenuCollapsed: true
     property bool alwaysOnTop: false
     property real _leftMenuExpandedWidth: _dfw * 33
@@ -69,15 +68,9 @@ ApplicationWindow {
 
     readonly property real _dfw: ScreenTools.defaultFontPixelWidth
     readonly property real _titleBarHeight: _dfw * 6
-    // layer0 for a page that the instrument does not have; in the other layers of a packet, "no change".
-    readonly property int _hid10NoScreen: Instrument.LayerNotGiven
-    // The instrument's screen of each page, in page order.
-    readonly property var _hid10Screens: [_hid10ScreenMainPower, _hid10ScreenWave, _hid10ScreenGauge, _hid10ScreenUsb]
     // The hints give a frameless window the system menu and let the task bar minimise it.
     readonly property int _baseFlags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowSystemMenuHint
                                       | Qt.WindowMinimizeButtonHint
-    readonly property bool _settledNormal: visibility !== Window.Minimized && visibility !== Window.Maximized
-                                           && visibility !== Window.FullScreen && visibility !== Window.Hidden
 
     // Shown once the geometry is restored: a position given later loses against the window manager's.
     visible: false
@@ -172,36 +165,15 @@ ApplicationWindow {
     }
 
     function restoreWindowGeometry() {
-        var geometry = WindowGeometry.restored(WindowGeometry.load(GenToolbox.genSettings),
-                                               Qt.size(minimumWidth, minimumHeight), _availableSize(),
-                                               Qt.application.screens, _dfw + _titleBarHeight)
-        if (geometry)
-            ScreenTools.setWindowGeometryForWindow(mainwindows, geometry.x, geometry.y, geometry.width,
-                                                   geometry.height)
-        _restoringWindowGeometry = false
-    }
-
-    function _availableSize() {
-        return Qt.size(ScreenTools.availableScreenWidth, ScreenTools.availableScreenHeight)
-    }
-
-    // Assigned, not bound: a change of the language or of the screen evaluates every binding, which would set the
-    // size of a maximised or enlarged window back.
-    function _takeInitialSize() {
-        var size = WindowGeometry.initialSize(GenToolbox.genSettings, Qt.size(_dfw * 179, _dfw * 110),
-                                              Qt.size(minimumWidth, minimumHeight), _availableSize())
-        width = size.width
-        height = size.height
+        _placement.restore()
     }
 
     function scheduleSaveWindowGeometry() {
-        if (_placed && !_restoringWindowGeometry && !resizingWindow && _settledNormal)
-            saveWindowGeometryTimer.restart()
+        _placement.scheduleSave()
     }
 
     function saveWindowGeometry() {
-        if (!_restoringWindowGeometry && _settledNormal)
-            WindowGeometry.store(GenToolbox.genSettings, mainwindows, ScreenTools.canPlaceWindows)
+        _placement.save()
     }
 
     function toggleAlwaysOnTop() {
@@ -216,28 +188,19 @@ ApplicationWindow {
     }
 
     function hid10Layer0ForPageIndex(index) {
-        return index >= 0 && index < _hid10Screens.length ? _hid10Screens[index] : _hid10NoScreen
+        return _screenSync.screenOfPage(index)
     }
 
     function pageIndexForHid10Layer0(layer0) {
-        return _hid10Screens.indexOf(layer0)
+        return _screenSync.pageOfScreen(layer0)
     }
 
     function syncLowerUiForCurrentPage(index) {
-        var layer0 = hid10Layer0ForPageIndex(index)
-        if (_suppressUiControlSync || layer0 === _hid10NoScreen)
-            return
-        GenToolbox.hidLink.sendUiControlPacket(layer0, _hid10NoScreen, _hid10NoScreen, _hid10NoScreen,
-                                               Instrument.HostRequest)
+        _screenSync.sendPage(index)
     }
 
     function applyUpperUiControl(direction, layer0, layer1, layer2, layer3) {
-        var page = pageIndexForHid10Layer0(layer0)
-        if (direction !== Instrument.InstrumentReport || page < 0)
-            return
-        _suppressUiControlSync = true
-        _pages.showPage(page)
-        _suppressUiControlSync = false
+        _screenSync.followInstrument(direction, layer0)
     }
 
     WindowFrame {
@@ -284,17 +247,22 @@ ApplicationWindow {
         radius: mainwindows.frameMargin > 0 ? mainwindows.radiusValue : 0
     }
 
-    Timer { id: resizeApplyTimer; interval: 16; onTriggered: mainwindows.applyPendingResize() }
-    Timer { id: saveWindowGeometryTimer; interval: 350; onTriggered: mainwindows.saveWindowGeometry() }
-    Timer {
-        id: restoreWindowGeometryTimer
+    WindowPlacement {
+        id: _placement
 
-        interval: 0
-        onTriggered: {
-            mainwindows.restoreWindowGeometry()
-            mainwindows.visible = true
-        }
+        targetWindow: mainwindows
+        preferredSize: Qt.size(mainwindows._dfw * 179, mainwindows._dfw * 110)
+        barHeight: mainwindows._dfw + mainwindows._titleBarHeight
+        resizing: mainwindows.resizingWindow
+        onRestored: mainwindows.visible = true
     }
+    ScreenSync {
+        id: _screenSync
+
+        onPageRequested: _pages.showPage(index)
+    }
+
+    Timer { id: resizeApplyTimer; interval: 16; onTriggered: mainwindows.applyPendingResize() }
     Timer { id: startupPageTimer; interval: 120; onTriggered: mainwindows._loadInitialPage = true }
     Timer {
         id: startupEffectsTimer
@@ -318,16 +286,9 @@ ApplicationWindow {
                 _upgradeWindow.showManualResult(needUpdate, currentVersion, latestVersion, desc, downloadUrl, message)
         }
     }
-    Connections {
-        target: GenToolbox.hidLink
-        function onUiControlRequested(direction, layer0, layer1, layer2, layer3) {
-            mainwindows.applyUpperUiControl(direction, layer0, layer1, layer2, layer3)
-        }
-    }
 
     Component.onCompleted: {
-        _takeInitialSize()
-        restoreWindowGeometryTimer.start()
+        _placement.start()
         startupPageTimer.start()
         startupEffectsTimer.start()
     }

@@ -44,7 +44,7 @@ SystemManager::SystemManager(GenApplication* app, GenToolbox* toolbox, std::shar
     , m_server(std::move(settings), timings.server, m_log)
     , m_watch(services.bootMode, timings.bootMode, m_log)
     , m_upgrade(m_watch, services.bootMode.flashToolPath, timings.upgrade, m_log)
-    , m_driverJobs(services.driverJobs, m_log)
+    , m_driverRunner(services.driverJobs, m_log)
 {
     m_log.write(
         QStringLiteral("SystemManager constructed. appDir=%1").arg(QCoreApplication::applicationDirPath()));
@@ -83,8 +83,8 @@ void SystemManager::connectParts()
     connect(&m_upgrade, &FirmwareUpgrade::message, this, &SystemManager::logMessage);
     connect(&m_upgrade, &FirmwareUpgrade::progress, this, &SystemManager::progressChanged);
     connect(&m_upgrade, &FirmwareUpgrade::finished, this, &SystemManager::upgradeFinished);
-    connect(&m_driverJobs, &DriverJobs::busyChanged, this, &SystemManager::felDriverInstallBusyChanged);
-    connect(&m_driverJobs, &DriverJobs::finished, this, &SystemManager::onDriverJobFinished);
+    connect(&m_driverRunner, &DriverRunner::busyChanged, this, &SystemManager::felDriverInstallBusyChanged);
+    connect(&m_driverRunner, &DriverRunner::finished, this, &SystemManager::onDriverJobFinished);
 }
 
 void SystemManager::deferredInit()
@@ -107,7 +107,7 @@ void SystemManager::stop()
     m_server.stop();
     m_upgrade.stop();
     m_watch.stop();
-    m_driverJobs.stop();
+    m_driverRunner.stop();
 }
 
 bool SystemManager::nativeEventFilter(const QByteArray& eventType, void* message, long*)
@@ -200,12 +200,12 @@ void SystemManager::onProcessFinished(int exitCode, QProcess::ExitStatus status)
 
 void SystemManager::installFelDriver()
 {
-    m_driverJobs.start(DriverJob::Install);
+    m_driverRunner.start(DriverJob::Install);
 }
 
 void SystemManager::uninstallFelDriver()
 {
-    m_driverJobs.start(DriverJob::Uninstall);
+    m_driverRunner.start(DriverJob::Uninstall);
 }
 
 void SystemManager::onDriverJobFinished(DriverJob job, const DriverJobOutcome& outcome)

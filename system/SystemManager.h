@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "firmware/DriverJobs.h"
+#include "firmware/DriverRunner.h"
 #include "qmlsupport/GenTool.h"
 #include "storage/DebugLog.h"
 #include "system/SystemServices.h"
@@ -49,7 +49,7 @@ public:
     /// Whether the last status check reached the server.
     bool serverConnected() const { return m_server.isConnected(); }
     /// Whether a driver job runs.
-    bool felDriverInstallBusy() const { return m_driverJobs.isBusy(); }
+    bool felDriverInstallBusy() const { return m_driverRunner.isBusy(); }
 
     /// Fetches the firmware catalogue from the URL \a api, or from the configured server when it is empty.
     /// Ends in mcuTypesChanged; a failure leaves an empty list.
@@ -121,5 +121,5 @@ private:
     FirmwareServer m_server;
     BootModeWatch m_watch;
     FirmwareUpgrade m_upgrade;
-    DriverJobs m_driverJobs;
+    DriverRunner m_driverRunner;
 };

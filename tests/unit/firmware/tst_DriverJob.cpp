@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "firmware/DriverJobs.h"
+#include "firmware/DriverRunner.h"
 #include "tests/unit/firmware/FirmwareFixture.h"
 
 #include <QDir>
@@ -117,21 +117,21 @@ private Q_SLOTS:
         QFETCH(QByteArray, powershell);
         if (!powershell.isEmpty())
             m_fixture->scripts.addRecorder("powershell", powershell);
-        DriverJobs jobs(true, m_fixture->log);
-        const QSignalSpy busy(&jobs, &DriverJobs::busyChanged);
-        const QSignalSpy finished(&jobs, &DriverJobs::finished);
+        DriverRunner runner(true, m_fixture->log);
+        const QSignalSpy busy(&runner, &DriverRunner::busyChanged);
+        const QSignalSpy finished(&runner, &DriverRunner::finished);
         const auto outcome = [&finished](int index) {
             return finished.value(index).value(1).value<DriverJobOutcome>();
         };
         // Without its script a job cannot begin.
-        jobs.start(DriverJob::Install);
+        runner.start(DriverJob::Install);
         QCOMPARE(outcome(0).end, DriverJobOutcome::End::FilesMissing);
         QCOMPARE(busy.count(), 0);
         const QString script = addScript(install);
-        jobs.start(install ? DriverJob::Install : DriverJob::Uninstall);
-        QVERIFY(jobs.isBusy());
+        runner.start(install ? DriverJob::Install : DriverJob::Uninstall);
+        QVERIFY(runner.isBusy());
         // Another one does nothing meanwhile.
-        jobs.start(DriverJob::Install);
+        runner.start(DriverJob::Install);
         QTRY_COMPARE(finished.count(), 2);
         QTEST(outcome(1).ok(), "ok");
         QTEST(outcome(1).standardError, "errors");
@@ -144,16 +144,16 @@ private Q_SLOTS:
     void stoppingDuringAJob()
     {
         const QString id = m_fixture->addHanging("powershell");
-        DriverJobs jobs(true, m_fixture->log);
+        DriverRunner runner(true, m_fixture->log);
         addScript(true);
-        const QSignalSpy finished(&jobs, &DriverJobs::finished);
-        jobs.start(DriverJob::Install);
+        const QSignalSpy finished(&runner, &DriverRunner::finished);
+        runner.start(DriverJob::Install);
         QTRY_VERIFY(test::processIdIn(id) > 0);
-        jobs.stop();
+        runner.stop();
         QCOMPARE(finished.count(), 1);
         QVERIFY(!test::processRuns(test::processIdIn(id)));
-        jobs.start(DriverJob::Install);
-        QVERIFY(!jobs.isBusy());
+        runner.start(DriverJob::Install);
+        QVERIFY(!runner.isBusy());
     }
 };
 

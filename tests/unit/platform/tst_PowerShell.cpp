@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/DriverCommand.h"
 #include "platform/PowerShell.h"
 #include "tests/support/ScriptFolder.h"
 #include "tests/support/TestCase.h"

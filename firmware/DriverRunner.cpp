@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "firmware/DriverJobs.h"
+#include "firmware/DriverRunner.h"
 
+#include "platform/DriverCommand.h"
 #include "platform/PowerShell.h"
 
 #include <QCoreApplication>
@@ -38,18 +39,18 @@ DriverJobOutcome run(DriverJob job, const QString& script, const std::atomic_boo
 
 } // namespace
 
-DriverJobs::DriverJobs(bool supported, DebugLog log, QObject* parent)
+DriverRunner::DriverRunner(bool supported, DebugLog log, QObject* parent)
     : QObject(parent), m_supported(supported), m_log(std::move(log))
 {
     m_thread.setMaxThreadCount(1);
 }
 
-DriverJobs::~DriverJobs()
+DriverRunner::~DriverRunner()
 {
     stop();
 }
 
-void DriverJobs::start(DriverJob job)
+void DriverRunner::start(DriverJob job)
 {
     if (m_busy || m_stopping)
         return;
@@ -70,7 +71,7 @@ void DriverJobs::start(DriverJob job)
     });
 }
 
-void DriverJobs::onEnded(DriverJob job, const DriverJobOutcome& outcome)
+void DriverRunner::onEnded(DriverJob job, const DriverJobOutcome& outcome)
 {
     m_log.write(QStringLiteral("%1 finished. success=%2 exitCode=%3 stdout=%4 stderr=%5")
                     .arg(operationName(job), QString::number(int(outcome.ok())),
@@ -81,7 +82,7 @@ void DriverJobs::onEnded(DriverJob job, const DriverJobOutcome& outcome)
     Q_EMIT finished(job, outcome);
 }
 
-void DriverJobs::stop()
+void DriverRunner::stop()
 {
     m_stopping = true;
     m_thread.waitForDone();

@@ -13,14 +13,14 @@
  * Installs and removes the boot-mode driver through an elevated PowerShell, one job at a time, on a thread of
  * its own. Lives on the GUI thread.
  */
-class DriverJobs : public QObject
+class DriverRunner : public QObject
 {
     Q_OBJECT
 
 public:
     /// \a supported: whether this system has such a driver.
-    DriverJobs(bool supported, DebugLog log, QObject* parent = nullptr);
-    ~DriverJobs() override;
+    DriverRunner(bool supported, DebugLog log, QObject* parent = nullptr);
+    ~DriverRunner() override;
 
     /// Whether a job runs.
     bool isBusy() const { return m_busy; }
