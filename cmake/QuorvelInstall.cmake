@@ -15,6 +15,8 @@ install(TARGETS quorvel quorvel-cli RUNTIME DESTINATION "${QUORVEL_HOME}")
 install(FILES "${PROJECT_SOURCE_DIR}/pack/Quorvel.ini" DESTINATION "${QUORVEL_HOME}/pack")
 install(FILES "${PROJECT_SOURCE_DIR}/docs/settings.md" "${PROJECT_SOURCE_DIR}/docs/recordings.md"
         DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+# The manual, when its target was built before.
+install(DIRECTORY "${QUORVEL_MANUAL}/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/manual" OPTIONAL)
 install(FILES "${PROJECT_SOURCE_DIR}/plugins/sunxi-tools/README.md"
         DESTINATION "${QUORVEL_HOME}/plugins/sunxi-tools")
 install(FILES "${PROJECT_SOURCE_DIR}/fonts/NOTICE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME NOTICE.font)

@@ -53,9 +53,9 @@ bool sendPaced(httplib::DataSink& sink, const QByteArray& body, int end, int byt
     return true;
 }
 
-QByteArray siteFile(const QString& name)
+QByteArray pageWithoutManual()
 {
-    QFile file(QStringLiteral(":/site") + name);
+    QFile file(QStringLiteral(":/site/not-built.html"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -64,6 +64,7 @@ QByteArray siteFile(const QString& name)
 LocalServer::LocalServer(const Options& options)
     : m_options(options)
     , m_updates(options.installerBytes)
+    , m_manual(options.manualFolder)
     , m_api(std::make_unique<httplib::Server>())
     , m_docs(std::make_unique<httplib::Server>())
 {}
@@ -152,6 +153,10 @@ void LocalServer::serve(const httplib::Request& request, httplib::Response& resp
     }
     if (m_options.logRequests)
         std::cout << request.method << ' ' << request.path << std::endl;
+    if (docs && m_manual.needsSlash(path)) {
+        response.set_redirect(request.path + '/');
+        return;
+    }
     const bool moved = path.startsWith(cMovedPrefix + QLatin1Char('/'));
     const QString contentPath = moved ? path.mid(cMovedPrefix.size()) : path;
     const Content content = docs ? docsContent(contentPath) : apiContent(request, contentPath);
@@ -180,14 +185,14 @@ LocalServer::Content LocalServer::apiContent(const httplib::Request& request, co
                           : Content{200, image};
 }
 
-LocalServer::Content LocalServer::docsContent(const QString& path)
+LocalServer::Content LocalServer::docsContent(const QString& path) const
 {
-    const bool isFolder = path.endsWith(QLatin1Char('/'));
-    const QByteArray body = siteFile(isFolder ? path + QStringLiteral("index.html") : path);
-    if (body.isNull())
-        return {404, QByteArrayLiteral("not found\n"), "text/plain"};
-    return {200, body,
-            isFolder || path.endsWith(QLatin1String(".html")) ? "text/html; charset=utf-8" : "text/css"};
+    const ManualSite::File file = m_manual.file(path);
+    if (file.found)
+        return {200, file.body, file.type};
+    if (!m_manual.isBuilt())
+        return {503, pageWithoutManual(), "text/html; charset=utf-8"};
+    return {404, QByteArrayLiteral("not found\n"), "text/plain"};
 }
 
 Fault LocalServer::faultFor(const QString& path) const

@@ -3,6 +3,7 @@
 
 #include "FaultTable.h"
 #include "FirmwareLibrary.h"
+#include "ManualSite.h"
 #include "UpdateService.h"
 
 #include <QString>
@@ -29,6 +30,8 @@ public:
         int apiPort = 8078;
         int docsPort = 8000;
         int installerBytes = 24 << 20;
+        /// Folder of the built manual; it may be missing or come later.
+        QString manualFolder;
         /// Print one line per request.
         bool logRequests = false;
     };
@@ -61,7 +64,7 @@ private:
     bool bind(httplib::Server& server, int& port, const char* what);
     void serve(const httplib::Request& request, httplib::Response& response, bool docs);
     Content apiContent(const httplib::Request& request, const QString& path);
-    static Content docsContent(const QString& path);
+    Content docsContent(const QString& path) const;
     Fault faultFor(const QString& path) const;
     void respond(httplib::Response& response, const Content& content, const Fault& fault,
                  const QString& path);
@@ -73,6 +76,7 @@ private:
     FaultTable m_faults;
     const FirmwareLibrary m_firmware;
     UpdateService m_updates;
+    const ManualSite m_manual;
     std::unique_ptr<httplib::Server> m_api;
     std::unique_ptr<httplib::Server> m_docs;
     std::thread m_apiThread;

@@ -43,6 +43,9 @@ void defineOptions(QCommandLineParser& parser)
         option("docs-port", QStringLiteral("Port of the manual; 0 takes a free one."), "port", "8000"));
     parser.addOption(option("update", QStringLiteral("Answer to a version check."), "answer", "same"));
     parser.addOption(option("installer-size", QStringLiteral("Size of the installer in MiB."), "MiB", "24"));
+    parser.addOption(option("manual",
+                            QStringLiteral("Folder of the built manual (default: ../manual/html from here)."),
+                            "folder"));
     parser.addOption(option("fault", QStringLiteral("Answer PATH wrongly; may be given several times."),
                             "PATH=KIND[:VALUE]"));
     parser.addOption({QStringLiteral("verbose"), QStringLiteral("Print every request.")});
@@ -104,6 +107,9 @@ int main(int argc, char** argv)
     options.docsPort = number(parser, "docs-port", 0, 65535);
     const int installerMebibytes = number(parser, "installer-size", 0, cLargestInstallerMebibytes);
     options.installerBytes = installerMebibytes * cBytesPerMebibyte;
+    options.manualFolder = parser.isSet(QStringLiteral("manual"))
+                               ? parser.value(QStringLiteral("manual"))
+                               : QCoreApplication::applicationDirPath() + QStringLiteral("/../manual/html");
     options.logRequests = parser.isSet(QStringLiteral("verbose"));
     if (options.apiPort < 0 || options.docsPort < 0 || installerMebibytes < 0)
         return cExitUsage;

@@ -1,0 +1,46 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# The manual as a web site, in both languages: "cmake --build ... --target manual". No other target needs it, so that
+# a build without it stays fast; a package has it when it was built before.
+
+set(QUORVEL_MANUAL "${PROJECT_BINARY_DIR}/manual/html")
+
+find_program(SPHINX_BUILD sphinx-build)
+mark_as_advanced(SPHINX_BUILD)
+if(NOT SPHINX_BUILD)
+    add_custom_target(
+        manual
+        COMMAND "${CMAKE_COMMAND}" -E echo "sphinx-build is missing: scripts/install-packages manual"
+        COMMAND "${CMAKE_COMMAND}" -E false
+        VERBATIM)
+    return()
+endif()
+
+# What a build leaves beside its pages: its intermediate files, and what it keeps in the folder for temporary files.
+set(manual_work "${PROJECT_BINARY_DIR}/manual/work")
+set(manual_sources "${PROJECT_SOURCE_DIR}/docs/manual")
+set(sphinx
+    "${CMAKE_COMMAND}"
+    -E
+    env
+    "TMPDIR=${manual_work}"
+    "${SPHINX_BUILD}"
+    -q
+    -W
+    --keep-going
+    -c
+    "${manual_sources}"
+    -D
+    "release=${PROJECT_VERSION}")
+# From the beginning each time, which takes seconds: a page that was deleted leaves nothing behind. Of the two web
+# sites the outer one is written first.
+add_custom_target(
+    manual
+    COMMAND "${CMAKE_COMMAND}" -E rm -rf "${QUORVEL_MANUAL}"
+    COMMAND "${CMAKE_COMMAND}" -E make_directory "${manual_work}"
+    COMMAND ${sphinx} -E -D language=zh_CN -d "${manual_work}/zh" "${manual_sources}/zh" "${QUORVEL_MANUAL}"
+    COMMAND ${sphinx} -E -D language=en -d "${manual_work}/en" "${manual_sources}/en" "${QUORVEL_MANUAL}/en"
+    COMMAND "${CMAKE_COMMAND}" -E rm -f "${QUORVEL_MANUAL}/.buildinfo" "${QUORVEL_MANUAL}/objects.inv"
+            "${QUORVEL_MANUAL}/en/.buildinfo" "${QUORVEL_MANUAL}/en/objects.inv"
+    COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-manual" --html "${QUORVEL_MANUAL}"
+    COMMENT "Manual"
+    VERBATIM)
