@@ -14,6 +14,7 @@ HidLink::HidLink(GenApplication* app, GenToolbox* toolbox, std::shared_ptr<Setti
     connect(&m_supervisor, &InstrumentSupervisor::openFailed, this, &HidLink::errorOccurred);
     connect(&m_supervisor.port(), &InstrumentPort::stateChanged, this, &HidLink::onPortStateChanged);
     connect(&m_supervisor.port(), &InstrumentPort::packetReceived, this, &HidLink::onPacketReceived);
+    connect(&m_supervisor.port(), &InstrumentPort::batchEnded, this, [this] { m_batch.reset(); });
     m_supervisor.start();
 }
 
@@ -65,6 +66,9 @@ void HidLink::onPortStateChanged(InstrumentPort::State state)
 
 void HidLink::onPacketReceived(const InstrumentPacket& packet)
 {
+    // A single packet is logged before it is handled, so that its line survives a crash.
+    if (!m_batch && m_supervisor.port().moreFollow())
+        m_batch.emplace(usbDebugEnabled());
     if (m_supervisor.port().isOpen())
         handleIncomingPacket(packet.bytes);
     else if (protocol::packetType(packet.bytes) == static_cast<int>(protocol::Type::DeviceLog))

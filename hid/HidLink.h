@@ -74,6 +74,9 @@ public:
     /// Sets where the link takes the time of day from: milliseconds since the epoch. For tests.
     void setClock(std::function<qint64()> epochMs) { m_clock = std::move(epochMs); }
 
+    /// Packets that were read and are not handled yet: 0 or a few while the program keeps up.
+    size_t waitingPackets() const { return m_supervisor.port().waitingPackets(); }
+
     /// Whether a device is open.
     bool connected() const { return m_connected; }
     /// Device id and version reported by the instrument; empty until the first device-info packet.
@@ -225,5 +228,16 @@ private:
     std::optional<QByteArray> m_lastRxPacket;
     std::optional<QByteArray> m_lastTxPacket;
     const DailyLog m_linkLog{QStringLiteral("hid_link_%1.log")};
+    /// What the packets of one batch share.
+    struct Batch
+    {
+        explicit Batch(bool debugEnabled) : usbDebugEnabled(debugEnabled) {}
+
+        const bool usbDebugEnabled;
+        /// Their lines are written together.
+        const DailyLog::Pause pause;
+    };
+    /// Exists while a batch of several packets is handled.
+    std::optional<Batch> m_batch;
     InstrumentSupervisor m_supervisor;
 };

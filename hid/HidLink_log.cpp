@@ -7,6 +7,8 @@
 
 bool HidLink::usbDebugEnabled() const
 {
+    if (m_batch)
+        return m_batch->usbDebugEnabled;
     return m_settings != nullptr && m_settings->value(setting::usbDebugEnabled);
 }
 

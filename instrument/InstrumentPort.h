@@ -87,6 +87,8 @@ public:
     QString failure() const { return m_failure; }
     /// Packets that were read and are not handed over yet: 0 or a few when the thread keeps up.
     size_t waitingPackets() const;
+    /// In a slot of packetReceived(): true when packets of the same batch follow.
+    bool moreFollow() const { return !m_arrived.empty(); }
 
 Q_SIGNALS:
     void stateChanged(InstrumentPort::State state);

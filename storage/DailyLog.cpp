@@ -14,7 +14,7 @@ namespace {
 
 struct Entry
 {
-    QString path;
+    QString fileName;
     QByteArray bytes;
 };
 
@@ -35,10 +35,48 @@ QString withoutLineEnd(QString text)
 
 void write(const Entry& entry)
 {
-    QFile file(entry.path);
-    // Text mode writes the line ends of the platform.
-    if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
-        file.write(entry.bytes);
+    QFile file(folders::logsPath() + QLatin1Char('/') + entry.fileName);
+    const auto open = [&file] {
+        // Text mode writes the line ends of the platform.
+        return file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text);
+    };
+    if (!open()) {
+        // The folder may be missing; logs() creates it.
+        folders::logs();
+        if (!open())
+            return;
+    }
+    file.write(entry.bytes);
+}
+
+/// Date and time of a line, to the second. Lines follow each other closely, and the texts take longer than
+/// writing them.
+struct SecondTexts
+{
+    QDate date;
+    int second = -1; ///< of the day
+    QString day;
+    QString time;
+};
+
+const SecondTexts& secondTextsOf(const QDateTime& when)
+{
+    constexpr int cMsPerSec = 1000;
+    thread_local SecondTexts last;
+    const QDate date = when.date();
+    const int second = when.time().msecsSinceStartOfDay() / cMsPerSec;
+    if (second != last.second || date != last.date)
+        last = {date, second, timeText(when, QStringLiteral("yyyyMMdd")), timeText(when)};
+    return last;
+}
+
+/// Adds the bytes of \a entry to the last waiting entry when both go into the same file.
+void enqueue(Entry entry)
+{
+    if (!waiting.empty() && waiting.back().fileName == entry.fileName)
+        waiting.back().bytes += entry.bytes;
+    else
+        waiting.push_back(std::move(entry));
 }
 
 } // namespace
@@ -65,13 +103,18 @@ DailyLog::DailyLog(const QString& fileNamePattern, Encoding encoding)
 
 QString DailyLog::filePath(const QDateTime& when) const
 {
-    return folders::logs() + QLatin1Char('/') +
-           m_fileNamePattern.arg(timeText(when, QStringLiteral("yyyyMMdd")));
+    return folders::logs() + QLatin1Char('/') + fileName(when);
+}
+
+QString DailyLog::fileName(const QDateTime& when) const
+{
+    return m_fileNamePattern.arg(secondTextsOf(when).day);
 }
 
 void DailyLog::append(const QString& message, const QDateTime& now) const
 {
-    appendLine(QLatin1Char('[') + timeText(now, QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")) +
+    const QString milliseconds = QString::number(1000 + now.time().msec()).mid(1);
+    appendLine(QLatin1Char('[') + secondTextsOf(now).time + QLatin1Char('.') + milliseconds +
                    QLatin1String("] ") + message,
                now);
 }
@@ -79,10 +122,10 @@ void DailyLog::append(const QString& message, const QDateTime& now) const
 void DailyLog::appendLine(const QString& line, const QDateTime& now) const
 {
     const QString text = withoutLineEnd(line) + QLatin1Char('\n');
-    Entry entry{filePath(now), m_encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit()};
+    Entry entry{fileName(now), m_encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit()};
     const std::lock_guard<std::mutex> lock(appending);
     if (pauses > 0)
-        waiting.push_back(std::move(entry));
+        enqueue(std::move(entry));
     else
         write(entry);
 }

@@ -6,7 +6,8 @@
 
 /**
  * A text log with one file per day in the log folder. The file is opened, appended to and closed for each
- * line, so that nothing is lost in a crash and a file can be read, moved or deleted at any time.
+ * line, or for all lines of a Pause, so that a file can be read, moved or deleted at any time and a crash
+ * loses no line that was written outside of a Pause.
  *
  * Any thread may append; lines of several threads follow one another. Every entry ends in one line end of the
  * platform, even when its text ends in line ends already. A line that cannot be written is lost silently.
@@ -16,8 +17,9 @@ class DailyLog
 public:
     enum class Encoding { Utf8, Local8Bit };
 
-    /// While one exists, no file of any log is open, and lines wait in memory; its end writes them. For
-    /// programs that cannot read a file while another one writes it. Never holds up a thread that appends.
+    /// While one exists, no file of any log is open, and lines wait in memory. Its end writes them; a file is
+    /// opened once for all lines that follow each other in it. For programs that cannot read a file while
+    /// another one writes it, and for many lines at once. Never holds up a thread that appends.
     class Pause
     {
     public:
@@ -37,6 +39,8 @@ public:
     void appendLine(const QString& line, const QDateTime& now = QDateTime::currentDateTime()) const;
 
 private:
+    QString fileName(const QDateTime& when) const;
+
     QString m_fileNamePattern;
     Encoding m_encoding;
 };

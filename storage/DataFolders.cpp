@@ -11,7 +11,9 @@ namespace {
 
 QString pathOf(QLatin1String name)
 {
-    return platform::userFolder(platform::UserFolder::Documents) + QLatin1String("/Quorvel/") + name;
+    // Looked up once: Qt reads a file of the desktop for it each time, and logs ask for each line.
+    static const QString documents = platform::userFolder(platform::UserFolder::Documents);
+    return documents + QLatin1String("/Quorvel/") + name;
 }
 
 QString ensured(const QString& folder)

@@ -103,6 +103,39 @@ private Q_SLOTS:
         QVERIFY(linkLog().constLast().startsWith("HID TX: len=64 00 10 40 01 03 FF"));
     }
 
+    void aBatchIsLoggedAndReportedPacketByPacket()
+    {
+        constexpr int cPackets = 40;
+        QVERIFY(link().openDevice());
+        const int before = linkLog().size();
+        const QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
+        QStringList values;
+        connect(&link(), &HidLink::measurementChanged, &link(),
+                [&] { values.append(QString::number(double(link().mainInputVoltage()))); });
+        QSignalSpy controls(&link(), &HidLink::uiControlRequested);
+        QStringList expectedLines;
+        QStringList expectedValues;
+        for (int i = 1; i <= cPackets; ++i) {
+            const QByteArray packet = measurement(static_cast<float>(i));
+            expectedLines.append("HID RX: " + protocol::formatPacket(packet));
+            expectedValues.append(QString::number(i));
+            fakehid::send(cPath, packet);
+        }
+        const QByteArray last = QByteArray::fromHex("0010080204030201");
+        expectedLines.append({"HID RX: " + protocol::formatPacket(last),
+                              "UI control packet received. direction=2 layer0=4 layer1=3 layer2=2 layer3=1"});
+        fakehid::send(cPath, last);
+        // The reader reads all of it before the first packet is handed over.
+        fakehid::failReads(cPath, "unplugged");
+        QVERIFY(waitForReaders());
+        QVERIFY(controls.wait());
+        QTRY_VERIFY(!link().connected());
+        expectedLines.append("Read thread error: HID read failed. unplugged");
+        QCOMPARE(linkLog().mid(before), expectedLines);
+        QCOMPARE(values.mid(0, cPackets), expectedValues);
+        QCOMPARE(trace.count(), cPackets + 2); // closing empties the trace
+    }
+
     void readErrorStandsBehindTheLastPacket()
     {
         QVERIFY(link().openDevice());

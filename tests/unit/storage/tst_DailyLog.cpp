@@ -31,6 +31,28 @@ private Q_SLOTS:
                      "bare" + m_lineEnd);
     }
 
+    void linesOfAPauseFollowInOrder()
+    {
+        const DailyLog first("first_%1.log");
+        const DailyLog second("second_%1.log");
+        const QDateTime late(QDate(2026, 3, 3), QTime(23, 59, 59, 7));
+        {
+            const DailyLog::Pause pause;
+            for (const char* line : {"1", "2"})
+                first.append(line, late);
+            second.append("a", late);
+            first.append("3", late.addMSecs(993));
+            first.append("4", late);
+            QVERIFY(!QFile::exists(first.filePath(late)));
+        }
+        const QByteArray stamp = "[2026-03-03 23:59:59.007] ";
+        QCOMPARE(test::contentOf(first.filePath(late)),
+                 stamp + "1" + m_lineEnd + stamp + "2" + m_lineEnd + stamp + "4" + m_lineEnd);
+        QCOMPARE(test::contentOf(second.filePath(late)), stamp + "a" + m_lineEnd);
+        QCOMPARE(test::contentOf(first.filePath(late.addMSecs(993))),
+                 "[2026-03-04 00:00:00.000] 3" + m_lineEnd);
+    }
+
     void threadsDoNotTearLines()
     {
         const DailyLog log("threads_%1.log");
