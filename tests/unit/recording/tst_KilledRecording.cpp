@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/UserFolders.h"
 #include "recording/Recorder.h"
 #include "recording/RecordingReader.h"
 #include "recording/RecordingRepair.h"
@@ -111,8 +112,10 @@ int main(int argc, char** argv)
     if (!isChild)
         test::isolateHome();
     const QCoreApplication app(argc, argv);
-    if (isChild)
+    if (isChild) {
+        platform::redirectUserFolders(QString::fromLocal8Bit(qgetenv("HOME")));
         return recordUntilKilled(QString::fromLocal8Bit(argv[2]));
+    }
     tst_KilledRecording testObject;
     return QTest::qExec(&testObject, argc, argv);
 }
