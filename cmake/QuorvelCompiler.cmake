@@ -23,7 +23,8 @@ endif()
 
 # What ships holds no path of the machine that built it: two builds of the same sources are equal.
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
-    add_compile_options(-ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+    add_compile_options(-ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+                        -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 endif()
 
 # quorvel_configure(<target>): the warnings and definitions that every target of this project shares.

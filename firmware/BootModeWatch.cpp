@@ -16,8 +16,8 @@ const auto cProductId = QStringLiteral("EFE8");
 /// Part of the flash tool's answer when the controller answers it.
 const auto cFelAnswer = QStringLiteral("AWUSBFEX");
 
-/// How often a query that was not finished is repeated. The first PowerShell after the system's start may need
-/// longer than its limit, and no change of the bus would cause another check.
+/// How often a query that was not finished is repeated. The first PowerShell after the system's start may
+/// need longer than its limit, and no change of the bus would cause another check.
 constexpr int cQueryRetries = 3;
 constexpr int cFelStartTimeoutMs = 800;
 constexpr int cFelFinishTimeoutMs = 1200;

@@ -20,8 +20,8 @@ QString userFolder(UserFolder folder);
 
 /// From now on the user's folders are "Documents", "Desktop", "AppData" and
 /// ".cache" in the folder \a home. Windows keeps
-/// their places in the user's profile, where no variable redirects them: without this, tests there would work in
-/// the folders of the person who runs them. Call it before threads start; the application never does.
+/// their places in the user's profile, where no variable redirects them: without this, tests there would work
+/// in the folders of the person who runs them. Call it before threads start; the application never does.
 void redirectUserFolders(const QString& home);
 
 } // namespace platform

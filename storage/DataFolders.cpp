@@ -11,8 +11,7 @@ namespace {
 
 QString pathOf(QLatin1String name)
 {
-    return platform::userFolder(platform::UserFolder::Documents) + QLatin1String("/Quorvel/") +
-           name;
+    return platform::userFolder(platform::UserFolder::Documents) + QLatin1String("/Quorvel/") + name;
 }
 
 QString ensured(const QString& folder)

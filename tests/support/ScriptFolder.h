@@ -8,8 +8,8 @@
 
 namespace test {
 
-/// A folder with programs that stand in for others, first on PATH while it lives. The steps that they play are
-/// described in stand-in/main.cpp.
+/// A folder with programs that stand in for others, first on PATH while it lives. The steps that they play
+/// are described in stand-in/main.cpp.
 class ScriptFolder
 {
 public:
@@ -21,8 +21,8 @@ public:
     QString path(const QString& name) const { return m_folder.filePath(name); }
     /// Path of the program \a name, whether it exists or not.
     QString program(const QString& name) const;
-    /// Puts a program there that plays \a steps, one a line, and returns its path. A program of that name plays
-    /// the new ones when it is started the next time.
+    /// Puts a program there that plays \a steps, one a line, and returns its path. A program of that name
+    /// plays the new ones when it is started the next time.
     QString add(const QString& name, const QByteArray& steps = {}) const;
     /// Like add(), but every call of the program first records its arguments for calls().
     QString addRecorder(const QString& name, const QByteArray& steps = {}) const;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// A libhidapi.dll with one instrument on its bus, for the Windows program without hardware: put in front of the real
-// one it plays the bench of the virtual instrument. The folder that QUORVEL_BENCH names steers it: while a file
-// "unplugged" is there, the instrument is not. The number of packets that the program has written is in "written".
+// A libhidapi.dll with one instrument on its bus, for the Windows program without hardware: put in front of
+// the real one it plays the bench of the virtual instrument. The folder that QUORVEL_BENCH names steers it:
+// while a file "unplugged" is there, the instrument is not. The number of packets that the program has
+// written is in "written".
 #include "instrument/ReportDescriptor.h"
 #include "tests/fakes/FakeHidApi.h"
 #include "tools/virtual-instrument/BenchModel.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Stands in for other programs in the tests, on every system. The program is copied under the name of the other one;
-// what it does is in the file NAME.steps, in its own folder or in the one that QUORVEL_STAND_INS names. File names in
-// steps are relative to that folder. Without steps it fails.
+// Stands in for other programs in the tests, on every system. The program is copied under the name of the
+// other one; what it does is in the file NAME.steps, in its own folder or in the one that QUORVEL_STAND_INS
+// names. File names in steps are relative to that folder. Without steps it fails.
 //
 // One step a line. $1 to $9 are the program's arguments; \n, \r, \0, \\ and \xHH are bytes.
 //
@@ -12,11 +12,13 @@
 //   input             waits for the end of the input, then prints "end"
 //   id FILE           writes the process id
 //   write FILE|TEXT   replaces a file; "copy FROM|TO" copies one, "vanish" renames the program itself
-//   alone FOLDER      makes the folder until the program ends, or the file "clash" where it exists; "free FOLDER"
+//   alone FOLDER      makes the folder until the program ends, or the file "clash" where it exists; "free
+//   FOLDER"
 //                     removes it early, for a program that is killed
 //   pause MS          waits; "until FILE" waits for a file; "hang" waits for a minute; "deaf" ignores SIGTERM
 //   exit CODE         ends; "crash" ends as a crashed program does
-//   if N TEXT STEP    takes the step when argument N is TEXT; "when FILE STEP" when the file exists; "folder N STEP"
+//   if N TEXT STEP    takes the step when argument N is TEXT; "when FILE STEP" when the file exists; "folder
+//   N STEP"
 //                     when argument N names a folder
 #include "tests/support/stand-in/Process.h"
 #include "tools/flash-stand-in/Crash.h"
@@ -115,7 +117,8 @@ private:
         std::fflush(stream);
     }
 
-    static void write(const fs::path& path, const std::string& content, std::ios::openmode mode = std::ios::trunc)
+    static void write(const fs::path& path, const std::string& content,
+                      std::ios::openmode mode = std::ios::trunc)
     {
         std::ofstream(path, std::ios::binary | std::ios::out | mode) << content;
     }
@@ -186,7 +189,8 @@ private:
         } else if (verb == "zeros") {
             print(std::string(std::stoul(rest), '\0'), stdout);
         } else if (verb == "input") {
-            while (std::getchar() != EOF) {}
+            while (std::getchar() != EOF) {
+            }
             print("end", stdout);
         } else if (verb == "pause") {
             std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(rest)));

@@ -152,7 +152,8 @@ private Q_SLOTS:
         slow = 1000;
         looks = 0;
         watch.requestCheck(false);
-        QTRY_COMPARE(m_fixture->logged("The query of the USB devices was not finished. Looking again, 3 of 3."), 1);
+        QTRY_COMPARE(
+            m_fixture->logged("The query of the USB devices was not finished. Looking again, 3 of 3."), 1);
         QTRY_COMPARE(m_fixture->logLines().filter("requestConnectionStateRefresh completed: ").size(), 7);
         QCOMPARE(looks.load(), 4);
         QVERIFY(!watch.usbConnected());

@@ -209,15 +209,14 @@ private Q_SLOTS:
             const QByteArray condition = QByteArray("if 3 ") + address + ' ';
             return condition + QByteArray(steps).replace("\n", '\n' + condition);
         };
-        table.row("boot, exit 1",
-                  when("0x0", "err ERROR: Allwinner USB FEL device not found!\\n\nexit 1"), 1);
+        table.row("boot, exit 1", when("0x0", "err ERROR: Allwinner USB FEL device not found!\\n\nexit 1"),
+                  1);
         table.row("logo, exit 2",
                   when("0x6000", "out usb_bulk_send() ERROR -7: Operation timed out\\n\nexit 2"), 2);
         table.row("exec, exit 1 at the very end", when("0x50000", "out \\r100% [==]\nexit 1"), 3);
         table.row("logo, killed", when("0x6000", "free busy\ncrash"), 2);
         table.row("boot, hangs", when("0x0", "free busy\nhang"), 1);
-        table.row("exec, hangs after a while",
-                  when("0x50000", "out \\r  6% [=  ]\nfree busy\nhang"), 3);
+        table.row("exec, hangs after a while", when("0x50000", "out \\r  6% [=  ]\nfree busy\nhang"), 3);
         table.row("boot, unknown flash, exit 0",
                   when("0x0", "out SPI support not implemented yet for 1663 (F1C100s)!\\n\nexit 0"), 1);
         table.row("logo, nothing written, exit 0", when("0x6000", "exit 0"), 2);
@@ -354,8 +353,7 @@ private Q_SLOTS:
         QFETCH(bool, ok);
         const bool writing = moment == State::WritingBoot || moment == State::WritingExec;
         if (writing)
-            m_fixture->addFlashTool(moment == State::WritingBoot ? "hang"
-                                                                 : "if 3 0x50000 hang");
+            m_fixture->addFlashTool(moment == State::WritingBoot ? "hang" : "if 3 0x50000 hang");
         if (moment == State::Downloading)
             m_fixture->server.setReply("/f1/logo.bin", Reply::of(imageOf(cNames.at(1)), [](Reply& reply) {
                                            reply.sendBytes = 1000;

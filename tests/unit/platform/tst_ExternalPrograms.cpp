@@ -42,7 +42,8 @@ private Q_SLOTS:
         scripts.addRecorder(scripts.opener());
         const QString installer = "/tmp/A User's/Quorvel-installer.exe";
         QVERIFY(platform::openInstaller(installer));
-        QTRY_COMPARE(scripts.calls(scripts.opener()), QList<QStringList>{{scripts.openerArgument(installer)}});
+        QTRY_COMPARE(scripts.calls(scripts.opener()),
+                     QList<QStringList>{{scripts.openerArgument(installer)}});
     }
 
     /// A blank or a comma outside of the quotes would split the path, a switch inside of them is none.

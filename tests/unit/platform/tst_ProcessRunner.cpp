@@ -62,8 +62,7 @@ private Q_SLOTS:
     {
         const QString idFile = m_scripts.path("id");
         // Deaf to a polite request.
-        const ProcessOutcome outcome =
-            run("deaf\nid id\nhang", 300);
+        const ProcessOutcome outcome = run("deaf\nid id\nhang", 300);
         QCOMPARE(outcome.end, ProcessOutcome::End::TimedOut);
         QCOMPARE(outcome.exitCode, -1);
         const qint64 id = test::processIdIn(idFile);

@@ -81,8 +81,7 @@ private Q_SLOTS:
         const test::ScriptFolder scripts;
         const QString id = scripts.path("id");
         platform::ProcessRequest request;
-        request.program =
-            scripts.add("program", "id id\nuntil go");
+        request.program = scripts.add("program", "id id\nuntil go");
         request.finishTimeoutMs = 1000;
         request.killGraceMs = 1;
         // As in a pool: a thread without an event loop, which ends before the program does.

@@ -24,8 +24,7 @@ private:
 
     static QString archivePath()
     {
-        return platform::userFolder(platform::UserFolder::Desktop) +
-               QStringLiteral("/Quorvel_logs.zip");
+        return platform::userFolder(platform::UserFolder::Desktop) + QStringLiteral("/Quorvel_logs.zip");
     }
 
     static QStringList desktop()
@@ -75,8 +74,8 @@ private Q_SLOTS:
         table.row("no archive", "exit 0", false);
         table.row("too slow", write + "zip\nhang", false);
         // The record at the end of an archive, with its number of files.
-        const QByteArray record = write + "PK\\x05\\x06" + QByteArray("\\0").repeated(6) + "\\x0%" +
-                                  QByteArray("\\0").repeated(11);
+        const QByteArray record =
+            write + "PK\\x05\\x06" + QByteArray("\\0").repeated(6) + "\\x0%" + QByteArray("\\0").repeated(11);
         table.row("a file is left out", QByteArray(record).replace('%', '1'), false);
         table.row("every file", QByteArray(record).replace('%', '2'), true);
     }
