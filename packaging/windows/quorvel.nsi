@@ -1,12 +1,12 @@
 ; SPDX-License-Identifier: GPL-3.0-or-later
-; The Windows installer. build-installer defines VERSION, OUTFILE, LICENSE, ICON, INSTALL_LIST and
-; UNINSTALL_LIST, and TARGET for another kind of code than the usual one.
+; The Windows installer. build-installer defines VERSION, OUTFILE, LICENSE, ICON, INSTALL_LIST,
+; UNINSTALL_LIST and COMPRESSOR, and TARGET for another kind of code than the usual one.
 
 !ifdef TARGET
 Target ${TARGET}
 !endif
 Unicode true
-SetCompressor /SOLID lzma
+SetCompressor /SOLID ${COMPRESSOR}
 ManifestDPIAware true
 
 !include "MUI2.nsh"
