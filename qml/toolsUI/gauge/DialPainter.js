@@ -51,6 +51,20 @@ function paintGlow(context, dial) {
         _strokeArc(context, dial, radius, strokes[i][0] * dial.unit, strokes[i][1])
 }
 
+// The needle around its pivot, pointing along the x axis.
+function paintNeedle(context, dial, haloColor, color) {
+    var strokes = [[4.5, haloColor], [2.2, color]]
+    context.lineCap = "round"
+    for (var i = 0; i < strokes.length; ++i) {
+        context.beginPath()
+        context.moveTo(-24 * dial.unit, 0)
+        context.lineTo(dial.radius, 0)
+        context.lineWidth = Math.max(1, strokes[i][0] * dial.unit)
+        context.strokeStyle = strokes[i][1]
+        context.stroke()
+    }
+}
+
 // The light at the end of the lit band, in a square of the given side.
 function paintGlowDot(context, side) {
     var center = side / 2

@@ -81,16 +81,7 @@ Item {
             y: _root._dial.centerY
             rotation: _root.needleAngle
 
-            NeedleLine {
-                dial: _root._dial
-                thickness: 4.5
-                color: PageStyle.needleHalo
-            }
-            NeedleLine {
-                dial: _root._dial
-                thickness: 2.2
-                color: PageStyle.needle
-            }
+            Needle { dial: _root._dial }
         }
 
         NeedleHub {

@@ -9,9 +9,14 @@ Item {
 
     property real unit: 1
 
+    // Even numbers of pixels: the discs then lie around the origin in software as with OpenGL.
+    function _diameter(size) {
+        return 2 * Math.round(size * unit / 2)
+    }
+
     Rectangle {
         anchors.centerIn: parent
-        width: 26 * _root.unit
+        width: _root._diameter(26)
         height: width
         radius: width / 2
         antialiasing: true
@@ -25,7 +30,7 @@ Item {
     }
     Rectangle {
         anchors.centerIn: parent
-        width: 17 * _root.unit
+        width: _root._diameter(17)
         height: width
         radius: width / 2
         antialiasing: true
@@ -36,7 +41,7 @@ Item {
     }
     Rectangle {
         anchors.centerIn: parent
-        width: 9 * _root.unit
+        width: _root._diameter(9)
         height: width
         radius: width / 2
         antialiasing: true

@@ -76,14 +76,17 @@ RadioButton {
                 }
             }
             Text {
+                readonly property real _room: _root.width - _root._badgeSize - 14
+
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, _root.width - _root._badgeSize - 14)
+                width: Math.min(implicitWidth, _room)
                 text: _root.text
                 color: _root.active ? PageStyle.textOnAccent : PageStyle.titleText
                 font.family: GenFontManager.mainFontFamily
                 font.pointSize: _root._pointSize
                 font.bold: _root.active
-                fontSizeMode: Text.HorizontalFit
+                // Only then: rounding may shrink a text that just fits.
+                fontSizeMode: implicitWidth > _room ? Text.HorizontalFit : Text.FixedSize
                 minimumPointSize: 8
             }
         }

@@ -11,6 +11,7 @@
 #include <QAbstractItemModel>
 #include <QQmlEngine>
 #include <QQuickWindow>
+#include <QRawFont>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QtTest>
@@ -19,6 +20,7 @@
 
 namespace {
 
+constexpr int cPages = 6;
 constexpr int cMultimeterPage = 2;
 constexpr int cSettingsPage = 5;
 /// Caches (glyphs, fonts of both scripts, compiled bindings) are full after these: they take some 0.2 MiB,
@@ -59,6 +61,28 @@ QStringList textsBelow(QQuickItem* root)
     for (QQuickItem* child : children)
         texts += textsBelow(child);
     return texts;
+}
+
+/// What is wrong with the bold texts of the tree: each must be drawn with the interface's own bold font,
+/// which holds only the characters that it needs.
+QStringList boldFaults(QQuickItem* root)
+{
+    QStringList faults;
+    const auto font = root->property("font").value<QFont>();
+    const QString text = root->property("text").toString();
+    if (font.bold() && !text.isEmpty()) {
+        const QRawFont bold = QRawFont::fromFont(font);
+        if (bold.weight() < QFont::Bold)
+            faults << text + ": not bold in " + bold.familyName();
+        for (const QChar character : text) {
+            if (!bold.supportsCharacter(character))
+                faults << text + ": no " + character;
+        }
+    }
+    const QList<QQuickItem*> children = root->childItems();
+    for (QQuickItem* child : children)
+        faults += boldFaults(child);
+    return faults;
 }
 
 } // namespace
@@ -158,6 +182,22 @@ private Q_SLOTS:
             QCOMPARE(table->property("currentIndex").toInt(), 1);
         }
         QCOMPARE(currentPage(), page);
+    }
+
+    void boldTextsAreInTheBoldFont()
+    {
+        for (int language = 0; language < 2; ++language) {
+            QVERIFY(switchLanguage());
+            for (int page = 0; page < cPages; ++page) {
+                const QPointer<QQuickItem> before = currentPage();
+                QMetaObject::invokeMethod(m_column, "selectIndex", Q_ARG(QVariant, page),
+                                          Q_ARG(QVariant, true));
+                QVERIFY(QTest::qWaitFor([&] { return currentPage() && currentPage() != before; },
+                                        cLoadTimeoutMs));
+                QVERIFY(!textsBelow(currentPage()).isEmpty());
+                QCOMPARE(boldFaults(m_window->contentItem()), QStringList());
+            }
+        }
     }
 
     void cleanupTestCase() { genApp()->shutdown(); }
