@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the link costs at 1,000 packets per second through the real hidapi, against a bare read loop, and how
-// long a packet takes from the instrument to measurementChanged.
+// Processor time of the link at 1,000 packets per second through the real hidapi, against a bare read loop,
+// and the time of a packet from the instrument to measurementChanged.
 //
 // Run it on the virtual instrument: virtual-instrument --control auto -- link_cost
 #include "benchmarks/link/BareLink.h"
@@ -34,7 +34,7 @@ constexpr int cGiveUpMs = 60'000;
 constexpr int cAimMissed = 2;
 constexpr double cCostAim = 2;
 constexpr double cLatencyAimMs = 5;
-/// The virtual instrument delays the packets of a burst with the monotonic clock, modulo a minute.
+/// The virtual instrument stamps the packets of a burst with the monotonic clock, modulo a minute.
 constexpr double cStampPeriodSec = 60;
 
 [[noreturn]] void fail(const char* reason)
@@ -43,7 +43,7 @@ constexpr double cStampPeriodSec = 60;
     std::exit(1);
 }
 
-/// The value below which \a share (0 to 1) of \a values lie.
+/// Returns the value below which \a share (0 to 1) of \a values are.
 double quantile(std::vector<double> values, double share)
 {
     const auto at = values.begin() + std::ptrdiff_t(share * double(values.size() - 1));
@@ -56,7 +56,7 @@ double nowSec()
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// Processor time that this process has used so far, all threads, user and system, in seconds.
+/// Returns the processor time of this process in seconds: all threads, user and system.
 double cpuSec()
 {
     rusage usage{};
@@ -85,7 +85,7 @@ public:
     ~Control() { ::close(m_socket); }
     Q_DISABLE_COPY(Control)
 
-    /// Has cPackets numbered measurements sent at cPacketsPerSec, and none besides.
+    /// Makes the instrument send cPackets numbered measurements at cPacketsPerSec, and no other packets.
     void startBurst() const
     {
         command("rate 0");
@@ -110,14 +110,14 @@ private:
     const int m_socket;
 };
 
-/// Notes the processor time between the first and the last packet of a burst.
+/// Measures the processor time between the first and the last packet of a burst.
 class Burst
 {
 public:
-    /// Takes the next packet of a burst, which is known by its number from 1; true with the last one.
+    /// Counts the packet of a burst with the given number, starting with 1. Returns true for the last one.
     bool take(float number)
     {
-        // What the instrument sent before the burst may still be on its way.
+        // Earlier packets of the instrument may still arrive.
         if (m_received == 0 && number != 1.0F)
             return false;
         if (number != static_cast<float>(++m_received))
@@ -139,14 +139,14 @@ private:
     double m_costSec = 0;
 };
 
-/// How long ago a packet with this stamp was sent, in milliseconds.
+/// Returns the time since a packet with this stamp was sent, in milliseconds.
 double ageMs(float stampSec)
 {
     return std::fmod(nowSec() - static_cast<double>(stampSec), cStampPeriodSec) * 1e3;
 }
 
-/// A loop that does nothing but read: microseconds of processor time per packet. \a latenciesMs gets the time
-/// from sending to the end of the read.
+/// Runs a loop that only reads, and returns its microseconds of processor time per packet. \a latenciesMs
+/// gets the times from sending to the end of the read.
 double costOfBareLoop(const Control& control, std::vector<double>& latenciesMs)
 {
     hid_device_info* const list =
@@ -188,7 +188,7 @@ double costOfBareLoop(const Control& control, std::vector<double>& latenciesMs)
     return burst.microsecondsPerPacket();
 }
 
-/// The same through the link; \a latenciesMs gets the time from sending to measurementChanged.
+/// Measures the same through the link. \a latenciesMs gets the times from sending to measurementChanged.
 double costOfLink(const Control& control, std::vector<double>& latenciesMs)
 {
     const BareLink link;
@@ -238,7 +238,7 @@ int main(int argc, char** argv)
     };
     printLatency("instrument to measurementChanged  ", latenciesMs);
     std::printf(" (aim p99 at most %.0f ms)\n", cLatencyAimMs);
-    // What the machine and the mock device take away, whatever the link does.
+    // Share of the machine and of the mock device, which the link cannot change.
     printLatency("  the same for the bare loop      ", bareLatenciesMs);
     std::printf("\n");
     const bool met =
