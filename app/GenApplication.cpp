@@ -27,7 +27,7 @@
 
 namespace {
 
-/// The main document gave no window.
+/// Exit code when the main document creates no window.
 constexpr int cExitNoWindow = 1;
 
 GenApplication* theApplication = nullptr;
@@ -37,12 +37,12 @@ QUrl mainDocument()
     return QUrl(QStringLiteral("qrc:/qml/main.qml"));
 }
 
-/// Shows a message without waiting for its end: readings go on behind it.
+/// Shows a message and does not wait for its end. Readings continue behind it.
 QMessageBox* showMessage(QMessageBox::Icon icon, const QString& text, const QString& details)
 {
     auto* box = new QMessageBox(icon, QObject::tr("Quorvel"), text, QMessageBox::Ok);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    // The main window may come up later, and its end is the program's.
+    // The main window may appear later. The program ends with that window, not with this message.
     box->setWindowFlag(Qt::WindowStaysOnTopHint);
     box->setAttribute(Qt::WA_QuitOnClose, false);
     box->setModal(false);
@@ -51,8 +51,8 @@ QMessageBox* showMessage(QMessageBox::Icon icon, const QString& text, const QStr
     return box;
 }
 
-/// Under Wayland, Qt destroys the surface of a closed window on the GUI thread, also while its drawing thread
-/// presents a frame, which then crashes. One thread does both there.
+/// Under Wayland, Qt destroys the surface of a closed window on the GUI thread. When its drawing thread
+/// presents a frame at that moment, the program crashes. Therefore one thread does both there.
 void chooseRenderLoop()
 {
     constexpr char cRenderLoop[] = "QSG_RENDER_LOOP";
@@ -98,12 +98,12 @@ GenApplication* genApp()
 GenApplication::GenApplication(int& argc, char** argv) : QApplication(argc, argv)
 {
     theApplication = this;
-    // Under Wayland a window has no icon of its own: the desktop takes that of the desktop entry.
+    // Under Wayland a window has no icon of its own. The desktop uses that of the desktop entry.
     setDesktopFileName(QStringLiteral("org.quorvel.Quorvel"));
     m_toolbox = std::make_unique<GenToolbox>(this);
     m_toolbox->setChildToolboxes();
     updateTranslation();
-    // Queued: the failure may be found on any thread, and a message needs the event loop.
+    // The call is queued, because any thread may find the failure, and a message needs the event loop.
     m_toolbox->genSettings()->file()->setFailureHandler([this](const QString& path) {
         QMetaObject::invokeMethod(
             this, [this, path] { reportUnstoredSettings(path); }, Qt::QueuedConnection);
@@ -166,7 +166,7 @@ bool GenApplication::initQmlEngine()
 
 void GenApplication::reportMissingWindow(const QString& reason)
 {
-    // Nothing works behind the message.
+    // There is no window behind the message.
     shutdown();
     const QMessageBox* box = showMessage(
         QMessageBox::Critical,
@@ -178,7 +178,7 @@ void GenApplication::reportMissingWindow(const QString& reason)
 
 void GenApplication::reportMissingModule(const QList<QQmlError>& warnings)
 {
-    // While the main document is being loaded, initQmlEngine() says what it comes to.
+    // While the main document is loaded, initQmlEngine() reports the result.
     if (m_missingModuleReported || (m_engine != nullptr && m_rootWindow == nullptr))
         return;
     for (const QQmlError& warning : warnings) {
@@ -197,7 +197,7 @@ void GenApplication::reportMissingModule(const QList<QQmlError>& warnings)
 
 void GenApplication::reportUnstoredSettings(const QString& path)
 {
-    // A second instance ends without having used its settings.
+    // A second instance ends before it has used its settings.
     if (!m_toolbox)
         return;
     showMessage(
@@ -214,7 +214,7 @@ void GenApplication::shutdown()
     delete m_engine;
     m_engine = nullptr;
     m_rootWindow = nullptr;
-    // A log line on another thread may use the settings a little longer than this object lives.
+    // A log line on another thread may use the settings shortly after this object was deleted.
     if (m_toolbox)
         m_toolbox->genSettings()->file()->setFailureHandler({});
     m_toolbox.reset();
@@ -255,7 +255,7 @@ bool GenApplication::setLanguage(int language)
         m_currentLanguage = wanted;
         updateTranslation();
     } else {
-        // Storing this key makes the settings store call updateTranslation().
+        // The settings store calls updateTranslation() when this key is stored.
         settings->setValue(QLatin1String(setting::language.key), wanted);
     }
     return m_currentLanguage == wanted;

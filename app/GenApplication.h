@@ -25,29 +25,29 @@ class GenApplication : public QApplication
 public:
     enum Language { Chinese = 0, English = 1 };
 
-    /// Builds the toolbox with all tools and applies the stored language; no engine yet.
+    /// Creates the toolbox with all tools and applies the stored language. Creates no engine.
     GenApplication(int& argc, char** argv);
     ~GenApplication() override;
 
     GenToolbox* toolbox() const { return m_toolbox.get(); }
-    /// The first root object of the main document, the main window; null before it is loaded.
+    /// The main window, the first root object of the main document; null before it is loaded.
     QObject* rootWindow() const { return m_rootWindow; }
     /// 0 Chinese, 1 English.
     int currentLanguage() const { return m_currentLanguage; }
 
-    /// Re-reads the language setting and applies it: translator, default locale and every qsTr binding.
+    /// Reads the language setting again and applies it: translator, default locale and every qsTr binding.
     Q_INVOKABLE void updateTranslation();
-    /// Stores and applies a language (0 Chinese, anything else English). True when it is now in use.
+    /// Stores and applies a language: 0 Chinese, any other number English. Returns true when it is in use.
     Q_INVOKABLE bool setLanguage(int language);
 
     void registerQmlTypes();
-    /// Gives \a engine what the interface's documents expect: context properties, image provider, import
-    /// path. A QML module that is missing later is said in a message.
+    /// Sets the context properties, the image provider and the import path of \a engine for the interface's
+    /// documents. When a QML module is missing later, a message reports it.
     void prepareEngine(QQmlEngine& engine);
-    /// Creates the engine and loads the main document. Always true: when the document yields no window, a
-    /// message says what is missing, and closing it leaves the event loop with exit code 1.
+    /// Creates the engine and loads the main document. Always returns true. When the document creates no
+    /// window, a message reports the missing part. Closing the message ends the event loop with exit code 1.
     bool initQmlEngine();
-    /// Deletes the engine, then the toolbox: bindings and QML singletons go before the objects they use.
+    /// Deletes the engine and then the toolbox, because bindings and QML singletons use its objects.
     void shutdown();
 
 Q_SIGNALS:
@@ -56,14 +56,14 @@ Q_SIGNALS:
 
 private:
     void reportMissingWindow(const QString& reason);
-    /// Says once when a page cannot be made because a QML module is missing.
+    /// Reports once that a page cannot be created because a QML module is missing.
     void reportMissingModule(const QList<QQmlError>& warnings);
     void reportUnstoredSettings(const QString& path);
 
     QQmlApplicationEngine* m_engine = nullptr;
     QObject* m_rootWindow = nullptr;
     QTranslator m_translator;
-    /// Names for assistive technology, in a catalogue of their own.
+    /// Translator of the separate catalogue with the names for assistive technology.
     QTranslator m_accessibilityTranslator;
     QLocale m_locale;
     std::unique_ptr<GenToolbox> m_toolbox;

@@ -14,10 +14,10 @@ class SystemManager;
 class ToolsManager;
 
 /**
- * Creates, owns and hands out the core objects; the QML singleton "GenToolbox". Lives on the GUI thread.
+ * Creates, owns and provides the core objects; the QML singleton "GenToolbox". Lives on the GUI thread.
  *
- * The tools are created in the order of the accessors below, so the constructor of a tool may use the
- * tools above it only. They are deleted in the same order.
+ * The tools are created in the order of the accessors below. The constructor of a tool may use only the tools
+ * above it. The tools are deleted in the same order.
  */
 class GenToolbox : public QObject
 {
@@ -33,7 +33,7 @@ class GenToolbox : public QObject
 public:
     explicit GenToolbox(GenApplication* app);
 
-    /// Hands this toolbox to every tool, which thereby registers its QML type.
+    /// Passes this toolbox to every tool. Each tool then registers its QML type.
     void setChildToolboxes();
 
     GenPalette* genPalette() const { return m_genPalette; }
@@ -45,11 +45,11 @@ public:
     /// The application version, for example "1.1.4".
     QString version() const;
 
-    /// Bytes as upper-case hexadecimal pairs with one space between them; empty for no bytes.
+    /// Returns the bytes as upper-case hexadecimal pairs with one space between them; empty for no bytes.
     Q_INVOKABLE QString byteArrayToHexString(const QByteArray& data) const;
 
 private:
-    // Null while the tools before them are being built: their constructors may look here.
+    // Each pointer is null while the tools before it are created: their constructors may read it.
     GenPalette* m_genPalette = nullptr;
     ScreenTools* m_screenTool = nullptr;
     GenSettings* m_genSettings = nullptr;

@@ -12,12 +12,12 @@
 namespace {
 
 constexpr int cProbeTimeoutMs = 30;
-/// How long another instance may take between looking for others and listening.
+/// Maximum time of another instance between its search for others and listening.
 constexpr int cLockTimeoutMs = 2000;
-/// How long a new instance waits for the end of the one that started it.
+/// Maximum time that a new instance waits for the end of the one that started it.
 constexpr int cPredecessorTimeoutMs = 10000;
 
-/// Whether an instance of this user listens on \a server and still does \a patienceMs later.
+/// Returns true when an instance of this user listens on \a server and still does so \a patienceMs later.
 bool instanceListens(const QString& server, int patienceMs)
 {
     QLocalSocket probe;
@@ -37,7 +37,7 @@ bool instanceListens(const QString& server, int patienceMs)
 SingleInstance::Claim SingleInstance::claim()
 {
     const int patienceMs = qEnvironmentVariableIsSet(cRestartVariable) ? cPredecessorTimeoutMs : 0;
-    // Not for the programs that this one starts.
+    // Programs that this one starts must not get the variable.
     qunsetenv(cRestartVariable);
 
     const platform::InstanceEndpoint endpoint = platform::instanceEndpoint(singleInstanceKey());
@@ -46,8 +46,8 @@ SingleInstance::Claim SingleInstance::claim()
                       .arg(endpoint.refusedFolder);
         return Claim::Failed;
     }
-    // Two instances that start at the same time must not both find nobody. It goes on without the lock when
-    // another instance hangs.
+    // The lock prevents that two instances start at the same time and neither finds the other. When another
+    // instance hangs, this one continues without the lock.
     QLockFile lock(endpoint.lockFile);
     lock.tryLock(cLockTimeoutMs);
     const QStringList servers = QStringList{endpoint.server} + endpoint.earlierServers;
@@ -55,9 +55,9 @@ SingleInstance::Claim SingleInstance::claim()
         if (instanceListens(server, patienceMs))
             return Claim::AnotherRuns;
     }
-    // Left behind by an instance that crashed.
+    // Removes the socket of an instance that crashed.
     QLocalServer::removeServer(endpoint.server);
-    // With a limit, enough later instances would end the listening.
+    // A limit would end the listening after many later instances.
     m_server.setMaxPendingConnections(std::numeric_limits<int>::max());
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     if (m_server.listen(endpoint.server))

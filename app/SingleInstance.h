@@ -5,28 +5,28 @@
 #include <QString>
 
 /**
- * Keeps a user to one running instance: the first one listens on a local socket of the user, later ones find
- * it there. Lives on the GUI thread and needs an application object, which it may outlive. Nobody reads the
- * connections of later instances.
+ * Allows one running instance for each user. The first instance listens on a local socket of the user, and
+ * later ones find it there. Lives on the GUI thread and needs an application object, but may outlive it. The
+ * connections of later instances are not read.
  */
 class SingleInstance
 {
 public:
     enum class Claim {
-        /// No other instance of this user runs, and later ones find this one.
+        /// No other instance of this user runs. Later instances find this one.
         First,
         AnotherRuns,
-        /// The socket cannot be opened; errorString() says why.
+        /// The socket cannot be opened; errorString() has the reason.
         Failed,
     };
 
     /**
-     * Looks for another instance and listens when there is none. Blocks for 30 ms at most for each place to
-     * look, and while another instance starts; an instance that was started to take another one's place
-     * (cRestartVariable) waits up to ten seconds for that one's end.
+     * Looks for another instance, and listens when there is none. Blocks for at most 30 ms for each place to
+     * look, and while another instance starts. An instance that replaces another one (cRestartVariable) waits
+     * up to ten seconds for its end.
      */
     Claim claim();
-    /// Why the last claim failed, untranslated; empty when it did not.
+    /// Reason of the last failed claim, untranslated; empty after a success.
     QString errorString() const { return m_error; }
 
 private:

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The socket for later instances cannot be opened. The system shows 255.
+/// Exit code when the socket for later instances cannot be opened. The system shows 255.
 constexpr int cExitNoSocket = -1;
 
 } // namespace
@@ -26,12 +26,12 @@ int main(int argc, char** argv)
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     SceneGraph::instance().prepare();
 
-    // Outlives the application object: until then this instance may still hold the instrument.
+    // This object outlives the application object. Until then the instrument may still be open.
     SingleInstance instance;
     auto app = std::make_unique<GenApplication>(argc, argv);
     const SingleInstance::Claim claim = instance.claim();
-    // Before a message, whose event loop would start the timers of the core objects: they would open the
-    // instrument that the running instance reads.
+    // This check comes before any message. The event loop of a message would start the timers of the core
+    // objects, and they would open the instrument that the running instance reads.
     if (claim != SingleInstance::Claim::First)
         app->shutdown();
     if (claim == SingleInstance::Claim::AnotherRuns) {

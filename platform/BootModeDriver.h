@@ -3,8 +3,8 @@
 
 namespace platform {
 
-/// Whether the controller's boot mode needs a driver here that this application can install and remove.
-/// True on Windows. On Linux the kernel's own access is enough; a udev rule opens it to the user.
+/// Returns true when this system needs a driver for the boot mode, which this application can install and
+/// remove. That is the case on Windows. On Linux a udev rule gives the user access.
 bool bootModeDriverSupported();
 
 } // namespace platform

@@ -16,7 +16,7 @@ void platform::ChildProcessDeleter::operator()(ChildProcess* process) const
             process->deleteLater();
     });
     process->kill();
-    // Without an application nobody notices the end: the process that exits gives the object back.
+    // Without an application nothing would notice the end. The memory is freed when this process exits.
     if (const QCoreApplication* application = QCoreApplication::instance())
         process->moveToThread(application->thread());
 }

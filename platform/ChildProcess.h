@@ -8,12 +8,11 @@
 namespace platform {
 
 /**
- * A QProcess that survives a system which refuses it a process.
+ * A QProcess that is safe when the system refuses a new process.
  *
- * For a plain QProcess Qt 5.15 on Linux uses a system call of its own and takes that one's failure for a
- * child with the process id -1: ending it, which the destructor does too, would kill every process of the
- * user. For a derived class, whatever it adds, Qt uses fork(), and a failure is told by
- * errorOccurred(FailedToStart).
+ * For a plain QProcess, Qt 5.15 on Linux uses a system call of its own and takes its failure for a child with
+ * the process id -1. Ending that child, which the destructor does too, would kill every process of the user.
+ * For a derived class Qt uses fork(), and a failure emits errorOccurred(FailedToStart).
  *
  * On Windows Qt starts it with CREATE_NO_WINDOW: a console program shows no window.
  */
@@ -26,11 +25,11 @@ public:
 };
 
 /**
- * Deletes a child process without waiting for it; on the thread of the process object.
+ * Deletes a child process without waiting for it. Call it on the thread of the process object.
  *
- * QProcess's destructor waits up to 30 s for a program that does not end, for example one that hangs in the
- * kernel. Here a program that still runs is killed, and its object goes to the application's thread, which
- * deletes it when the program has ended.
+ * The destructor of QProcess waits up to 30 s for a program that does not end, for example one that hangs in
+ * the kernel. This deleter kills a running program and moves its object to the application's thread. The
+ * object is deleted there when the program has ended.
  */
 struct ChildProcessDeleter
 {

@@ -3,7 +3,7 @@
 
 std::optional<quint64> platform::deviceChangeCode(const QByteArray& eventType, const void* message)
 {
-    // Other windowing systems pass pointers to structures of their own through the same filter.
+    // Other windowing systems pass their own structures through the same filter.
     if (message == nullptr || (eventType != "windows_generic_MSG" && eventType != "windows_dispatcher_MSG"))
         return std::nullopt;
     const auto* native = static_cast<const WindowsMessage*>(message);

@@ -24,8 +24,8 @@ struct WindowsMessage
     std::intptr_t lParam;
 };
 
-/// The kind of device change that a native event reports: one of the three constants above; nothing for
-/// every other event. \a message is looked at only when \a eventType says that it is a Windows MSG.
+/// Returns the kind of device change that a native event reports: one of the three constants above. Returns
+/// nothing for every other event. \a message is read only when \a eventType names a Windows MSG.
 std::optional<quint64> deviceChangeCode(const QByteArray& eventType, const void* message);
 
 } // namespace platform

@@ -13,7 +13,7 @@ namespace platform {
 /// One change of the USB bus.
 struct DeviceChange
 {
-    /// cDeviceArrival, cDeviceRemoveComplete, or cDevNodesChanged for anything else.
+    /// cDeviceArrival or cDeviceRemoveComplete; cDevNodesChanged for any other change.
     quint64 code = 0;
     /// Vendor and product number, four upper-case hexadecimal digits each; empty where the system does not
     /// name the device.
@@ -25,8 +25,8 @@ struct DeviceChange
  * Calls a handler when USB devices are added or removed, on the thread that created this object, from its
  * event loop. Pending changes are merged into one call.
  *
- * On Windows this does nothing: there the change arrives as a window message, which the application's
- * native event filter reads with deviceChangeCode().
+ * This class does nothing on Windows. There the change arrives as a window message, and the application's
+ * native event filter reads it with deviceChangeCode().
  */
 class DeviceNotice
 {
@@ -38,7 +38,7 @@ public:
     ~DeviceNotice();
     Q_DISABLE_COPY(DeviceNotice)
 
-    /// False when the system refuses to watch: the handler is then never called.
+    /// Returns false when the system refuses to watch. The handler is then never called.
     bool isActive() const;
 
 private:

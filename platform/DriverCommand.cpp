@@ -11,11 +11,12 @@ namespace {
 /// code.
 QString elevated(const QString& script, const QString& parameters)
 {
-    // Start-Process joins its arguments with blanks as they are, so a path with blanks brings its own quotes.
+    // Start-Process joins its arguments with blanks and adds no quotes, so a path with blanks is quoted here.
     const QString path =
         script.contains(QLatin1Char(' ')) ? QLatin1Char('"') + script + QLatin1Char('"') : script;
-    // An error that is written under the preference 'Stop' ends the shell with code 1, so it overrides that.
-    // Joined rather than filled in with arg(): a path may contain "%1" itself.
+    // An error that is written under the preference 'Stop' ends the shell with code 1. Write-Error overrides
+    // the preference, so that the code 1223 is returned.
+    // The text is joined and not filled in with arg(): a path may contain "%1".
     return QStringLiteral("$ErrorActionPreference = 'Stop'; $script = '") + quoted(path) +
            QStringLiteral("'; $args = @('-NoProfile','-ExecutionPolicy','Bypass','-File',$script,") +
            parameters +

@@ -18,12 +18,11 @@ inline ShellCommand explorerSelectCommand(QString path)
 }
 
 /**
- * Shows the existing file or folder \a path in the desktop's file manager and does not wait. Call it on the
- * GUI thread.
+ * Shows the existing file or folder \a path in the desktop's file manager. Does not wait. Call it on the GUI
+ * thread.
  *
- * On Linux the running desktop's file manager is asked over D-Bus to show the file selected; where there is
- * none, or when it answers with an error, the folder is opened instead. True when the viewer was asked or
- * started.
+ * On Linux the desktop's file manager is asked over D-Bus to select the file. Without one, or after an error,
+ * the folder is opened instead. Returns true when the viewer was asked or started.
  */
 bool showInFileManager(const QString& path);
 

@@ -5,9 +5,9 @@
 
 namespace platform {
 
-/// The flash tool "sunxi-fel": the one in the folder "plugins/sunxi-tools" beside the executable; on Linux,
-/// where that folder may hold none, else the one on PATH. The path is absolute, and that of the shipped
-/// place when there is no tool at all: starting it then fails and names where one is missing.
+/// Returns the absolute path of the flash tool "sunxi-fel" in the folder "plugins/sunxi-tools" beside the
+/// executable. On Linux the tool on PATH is used when that folder has none. Without any tool the result is
+/// the path in that folder: starting it fails, and the error names the missing file.
 QString flashToolPath();
 
 } // namespace platform

@@ -8,8 +8,8 @@
 namespace platform {
 
 /**
- * Why the node \a path of a device that is there could not be opened, and what its user can do about it:
- * English text of one line. Empty when the system does not forbid the opening.
+ * Returns why the node \a path of a present device could not be opened, and what the user can do: one line of
+ * English text. Empty when the system permits the access.
  */
 QString hidAccessAdvice(const QByteArray& path);
 

@@ -11,7 +11,7 @@ struct ShellCommand
 {
     QString program;
     QStringList arguments;
-    /// Windows only: the end of the command line, handed over as it is.
+    /// Windows only: the end of the command line. It is passed on unchanged.
     QString nativeArguments = {};
 };
 
@@ -22,14 +22,14 @@ inline ShellCommand explorerCommand(const QString& path)
     return {QStringLiteral("explorer"), {}, QStringLiteral("\"file:///%1\"").arg(path)};
 }
 
-/// What opens the file \a path on a Linux desktop.
+/// Returns the command that opens the file \a path on a Linux desktop.
 inline ShellCommand xdgOpenCommand(const QString& path)
 {
     return {QStringLiteral("xdg-open"), {path}};
 }
 
-/// Opens the downloaded installer \a path (absolute) with the desktop's own means and does not wait.
-/// False when the program that opens it cannot be started.
+/// Opens the downloaded installer \a path (absolute) with the desktop's program for it. Does not wait.
+/// Returns false when that program cannot be started.
 bool openInstaller(const QString& path);
 
 } // namespace platform

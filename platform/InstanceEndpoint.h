@@ -6,32 +6,32 @@
 
 namespace platform {
 
-/// Where the instances of one user find each other. Other users have endpoints of their own.
+/// Local socket and lock file through which the instances of one user find each other.
 struct InstanceEndpoint
 {
-    /// What QLocalServer listens on: an absolute path on Linux, the name of a pipe on Windows. Empty when the
-    /// user has no folder for it.
+    /// Name for QLocalServer: an absolute path on Linux, the name of a pipe on Windows. Empty when the user
+    /// has no folder for it.
     QString server;
-    /// Endpoints of earlier versions, on which one of them may still listen. Anybody may listen there, so the
-    /// answer counts only when servedByThisUser() says so.
+    /// Endpoints of earlier versions, which may still run. Other users can listen there too, so an answer
+    /// counts only when servedByThisUser() returns true.
     QStringList earlierServers;
     /// Held while an instance looks for another one and starts to listen.
     QString lockFile;
-    /// The folder that cannot be used, when server is empty.
+    /// When server is empty: the folder that cannot be used.
     QString refusedFolder;
 };
 
 /**
- * The endpoint called \a name of the current user.
+ * Returns the endpoint called \a name of the current user.
  *
- * On Linux it is a socket in the user's runtime folder, or in a folder below the temporary one that only this
- * user may write; a folder that belongs to somebody else is never used. On Windows the pipe's name holds the
- * session, which has one user.
+ * On Linux the endpoint is a socket in the user's runtime folder, or in a folder below the temporary one that
+ * only this user can write. A folder of another user is never used. On Windows the name of the pipe contains
+ * the session, which has one user.
  */
 InstanceEndpoint instanceEndpoint(const QString& name);
 
-/// Whether the process at the other end of the connected local socket \a descriptor belongs to this user (on
-/// Windows: to this session). False also when the system does not say.
+/// Returns true when the process at the other end of the connected local socket \a descriptor belongs to this
+/// user (on Windows: to this session). Returns false also when the system does not know.
 bool servedByThisUser(qintptr descriptor);
 
 } // namespace platform

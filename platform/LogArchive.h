@@ -5,9 +5,9 @@
 
 namespace platform {
 
-/// Packs every file of \a folder into the zip file \a archive, which must not exist. Any thread, no event
-/// loop. \a run starts programs and bounds them; packing within this process fails after \a timeLimitMs. On
-/// failure a partial file may remain under the name of the archive on Windows only, never on Linux.
+/// Packs every file of \a folder into the zip file \a archive, which must not exist. Any thread may call it;
+/// no event loop runs. On Windows \a run starts the archiver and limits its time. On Linux packing fails
+/// after \a timeLimitMs. After a failure a partial archive may remain on Windows, but not on Linux.
 ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, const ProcessRun& run,
                              int timeLimitMs);
 

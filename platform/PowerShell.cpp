@@ -13,19 +13,19 @@ namespace platform::powershell {
 
 namespace {
 
-/// How much of a query's answer is worth a place in the log.
+/// Maximum number of characters of an answer in the log.
 constexpr int cLoggedAnswerLength = 500;
 
-/// \a path for a parameter that takes wildcards: brackets stand for themselves.
+/// Returns \a path for a parameter that accepts wildcards, with its brackets escaped.
 QString wildcardLiteral(QString path)
 {
     static const QRegularExpression special(QStringLiteral("([\\[\\]`])"));
     return path.replace(special, QStringLiteral("`\\1"));
 }
 
-/// Number of entries in the zip file \a path; 0 when it is none. A zip file ends in a record of 22 bytes that
-/// begins with "PK", 5, 6 and holds the number as 16 bits, little-endian, at offset 10; 65,535 stands for
-/// more.
+/// Returns the number of entries in the zip file \a path; 0 when the file is not a zip file. A zip file ends
+/// with a record of 22 bytes that begins with "PK", 5, 6. The number is at offset 10, 16 bits, little-endian;
+/// 65,535 means that or more.
 int entriesIn(const QString& path)
 {
     constexpr int cRecordLength = 22;
@@ -57,7 +57,7 @@ QStringList arguments(const QString& command)
 
 QString quoted(QString text)
 {
-    // Also the typographic ones, U+2018 to U+201B.
+    // PowerShell also accepts the typographic apostrophes U+2018 to U+201B.
     static const QRegularExpression apostrophe(QStringLiteral("(['\\x{2018}-\\x{201B}])"));
     return text.replace(apostrophe, QStringLiteral("\\1\\1"));
 }
@@ -90,7 +90,7 @@ UsbQuery queryPnpDevice(const QString& vid, const QString& pid, const ProcessRun
     const bool ok = run(program(), arguments(deviceQuery(key)), &output, &errors, &exitCode, cQueryTimeoutMs);
     UsbQuery query;
     query.found = ok && output.contains(key, Qt::CaseInsensitive);
-    // An empty list proves nothing: the shell also prints one when the inventory fails.
+    // An empty list is not an answer: the shell also prints one when the query fails.
     query.answered = query.found;
     query.failed = !ok;
     query.detail = QStringLiteral("ok=%1 exitCode=%2 key=%3 stdout=%4 stderr=%5")

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// How long a cancelled run may go unnoticed.
+/// Interval between two looks at the cancel flag.
 constexpr int cCancelPollMs = 50;
 
 bool isCancelled(const platform::ProcessRequest& request)
@@ -17,7 +17,8 @@ bool isCancelled(const platform::ProcessRequest& request)
     return request.cancelled != nullptr && request.cancelled->load();
 }
 
-/// Waits for the end of \a process in slices; false when it still runs at the deadline or was cancelled.
+/// Waits for the end of \a process in slices. Returns false when it still runs at the deadline, or was
+/// cancelled.
 bool waitForEnd(QProcess& process, const platform::ProcessRequest& request)
 {
     const QDeadlineTimer deadline(request.finishTimeoutMs);
@@ -46,7 +47,7 @@ platform::ProcessOutcome platform::runProcess(const ProcessRequest& request)
         process->waitForFinished(request.killGraceMs);
         return outcome;
     }
-    // Nobody types an answer: a program that asks for one reads the end of its input.
+    // A program that asks for input reads the end of the input and does not wait.
     process->closeWriteChannel();
     if (!waitForEnd(*process, request)) {
         outcome.end = isCancelled(request) ? End::Cancelled : End::TimedOut;

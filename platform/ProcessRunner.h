@@ -10,20 +10,20 @@
 
 namespace platform {
 
-/// A program to run to its end, with every wait bounded. Times in milliseconds.
+/// A program to run to its end. Every wait has a limit. Times are in milliseconds.
 struct ProcessRequest
 {
     QString program;
     QStringList arguments;
     int startTimeoutMs = 1000;
     int finishTimeoutMs = 2000;
-    /// How long a killed program is waited for.
+    /// Time limit for the end of a killed program.
     int killGraceMs = 500;
-    /// Ends the run early, as a time-out does, once it is true; may be null, must outlive the run.
+    /// Ends the run like a time-out as soon as it is true. May be null. Must outlive the run.
     const std::atomic_bool* cancelled = nullptr;
 };
 
-/// How a run ended, with everything that the program printed.
+/// Result of a run, with everything that the program printed.
 struct ProcessOutcome
 {
     enum class End {
@@ -35,31 +35,30 @@ struct ProcessOutcome
     };
 
     End end = End::NotStarted;
-    /// The program's exit code; -1 unless it ended by itself.
+    /// Exit code of the program; -1 when it did not end by itself.
     int exitCode = -1;
     QByteArray standardOutput;
     QByteArray standardError;
 };
 
-/// Runs a program and waits for its end; any thread, no event loop. Blocks for at most the sum of the three
-/// times. When the call returns the program has ended, been killed, or ignored the kill for the whole grace;
-/// such a program is given up to the application's thread.
+/// Runs a program and waits for its end. Any thread may call it; no event loop runs. Blocks for at most the
+/// sum of the three times. A program that survives the kill is left to the application's thread.
 ProcessOutcome runProcess(const ProcessRequest& request);
 
-/// A synchronous process runner: program, arguments, the three optional outputs (standard output, standard
-/// error or the reason of the failure, exit code) and the time-out in milliseconds. True when the program
-/// ended by itself, whatever its exit code.
+/// A synchronous process runner. The outputs are optional; standardError gets the reason when the program
+/// could not be started. The time limit is in milliseconds. Returns true when the program ended by itself,
+/// with any exit code.
 using ProcessRun =
     std::function<bool(const QString& program, const QStringList& arguments, QString* standardOutput,
                        QString* standardError, int* exitCode, int timeoutMs)>;
 
-/// runProcess() in the form of a ProcessRun, with the other times as in ProcessRequest; the texts are in the
-/// system's encoding. \a cancelled as in ProcessRequest.
+/// Calls runProcess() with the arguments of a ProcessRun. The other times and \a cancelled are as in
+/// ProcessRequest. The outputs are decoded from the system's encoding.
 bool runProcessAndWait(const QString& program, const QStringList& arguments, QString* standardOutput,
                        QString* standardError, int* exitCode, int timeoutMs,
                        const std::atomic_bool* cancelled = nullptr);
 
-/// runProcessAndWait() bound to \a cancelled, which may be null and must outlive the result.
+/// Returns runProcessAndWait() with \a cancelled bound. \a cancelled may be null and must outlive the result.
 ProcessRun processRunner(const std::atomic_bool* cancelled);
 
 } // namespace platform

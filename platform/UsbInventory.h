@@ -7,20 +7,20 @@
 
 namespace platform {
 
-/// Whether a device is on the bus.
+/// Result of a search for a device on the bus.
 struct UsbQuery
 {
     bool found = false;
-    /// How that was found out, for the log.
+    /// Details of the search, for the log.
     QString detail;
-    /// False when the system gave no answer: a device that was not found may be there all the same.
+    /// False when the system gave no answer. The device may then be present although it was not found.
     bool answered = true;
     /// The query was not finished, for example because it was too slow: another one may have an answer.
     bool failed = false;
 };
 
 /// Looks for the USB device with the vendor and product number \a vid and \a pid, four hexadecimal digits
-/// each. Any thread; on Windows it takes up to 3.5 s and runs PowerShell through \a run.
+/// each. Any thread may call it. On Windows it takes up to 3.5 s and runs PowerShell through \a run.
 UsbQuery findUsbDevice(const QString& vid, const QString& pid, const ProcessRun& run);
 
 } // namespace platform

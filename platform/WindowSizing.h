@@ -7,8 +7,8 @@ class QWindow;
 
 namespace platform {
 
-/// The Windows system command that starts sizing by \a edges (SC_SIZE plus the sizing-edge value 1 to 8);
-/// 0 for edges that name no border.
+/// Returns the Windows system command that starts sizing by \a edges: SC_SIZE plus the sizing edge, 1 to 8.
+/// Returns 0 when \a edges is not an edge or a corner.
 constexpr int sizingCommand(Qt::Edges edges)
 {
     constexpr int cScSize = 0xF000;
@@ -22,15 +22,15 @@ constexpr int sizingCommand(Qt::Edges edges)
 }
 
 /**
- * Starts the system's own interactive resize of \a window by \a edges (one edge, or two that meet).
- * Call it from a mouse press on the GUI thread.
+ * Starts the system's interactive resize of \a window by \a edges (one edge, or two that meet). Call it from
+ * a mouse press on the GUI thread.
  *
- * True when the system took over. On Windows the call returns when the user lets go of the mouse; on
- * Linux it returns at once. False for edges that name no border or when the system refuses.
+ * Returns true when the system resizes the window. On Windows the call returns when the user releases the
+ * mouse; on Linux it returns at once. Returns false for other edges, or when the system refuses.
  */
 bool startSystemResize(QWindow& window, Qt::Edges edges);
 
-/// Whether a Wayland desktop shows the windows. Needs an application object.
+/// Returns true when a Wayland desktop shows the windows. Needs an application object.
 bool isWayland();
 
 } // namespace platform

@@ -8,9 +8,9 @@ namespace design {
 
 QString normalFontFamily();
 QString boldFontFamily();
-/// The system's fixed-pitch family; "Consolas" when there is no application object to ask.
+/// Returns the system's fixed-pitch family; "Consolas" without an application object.
 QString fixedFontFamily();
-/// Descent, in pixels, of the normal family at \a pointSize.
+/// Returns the descent, in pixels, of the normal family at \a pointSize.
 double fontDescent(int pointSize);
 
 } // namespace design

@@ -10,21 +10,21 @@
 
 void GenControlQmlGlobal::restartApp()
 {
-    // This function ends the program, not its last window.
+    // This function ends the program. The last closed window must not do that.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QApplication::closeAllWindows();
-    // Program and arguments apart, so that a path with blanks or quotes starts too.
+    // Program and arguments are separate, so that a path with blanks or quotes works.
     platform::ChildProcess next;
     next.setProgram(QCoreApplication::applicationFilePath());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // This instance still listens and holds the instrument: the new one waits for its end.
+    // This instance still listens and has the instrument open. The new one waits for its end.
     environment.insert(QLatin1String(cRestartVariable), QStringLiteral("1"));
     next.setProcessEnvironment(environment);
     if (next.startDetached()) {
         QCoreApplication::exit(0);
         return;
     }
-    // Shown without an event loop of its own: a handler of the interface may have called.
+    // The message runs no event loop of its own, because the caller may be a QML handler.
     auto* box =
         new QMessageBox(QMessageBox::Critical, QCoreApplication::translate("QObject", "Quorvel"),
                         QCoreApplication::translate(

@@ -3,8 +3,8 @@
 
 #include "qmlsupport/GenTool.h"
 
-/// Layering constants and a few application-wide services for QML: the singleton "GenControl". Lives on
-/// the GUI thread.
+/// Layering constants and services of the application for QML: the singleton "GenControl". Lives on the GUI
+/// thread.
 class GenControlQmlGlobal : public GenTool
 {
     Q_OBJECT
@@ -27,10 +27,10 @@ public:
     double zOrderTrajectoryLines() const { return 48; }
     double zOrderWaypointLines() const { return 47; }
 
-    /// Closes all windows, starts a new process of this executable, which waits for the end of this one, and
-    /// leaves the event loop with 0. Where the process cannot be started, a message says so first.
+    /// Closes all windows, starts a new process of this executable, and leaves the event loop with 0. The new
+    /// process waits for the end of this one. When it cannot be started, a message is shown first.
     Q_INVOKABLE void restartApp();
-    /// Whether Chinese without a country names the locale "zh_CN": true with the standard locale data,
-    /// whatever the interface language. The interface language is GenApp.currentLanguage.
+    /// Returns true when Chinese without a country is the locale "zh_CN". With the standard locale data this
+    /// is always so, in every interface language. The interface language is GenApp.currentLanguage.
     Q_INVOKABLE bool isChineseLanguage() const;
 };

@@ -3,7 +3,7 @@
 
 #include <QList>
 
-/// What all palettes of the process have in common; filled once, never freed.
+/// Data that all palettes of the process share. It is filled once and never freed.
 struct GenPalette::SharedState
 {
     enum Group { Disabled = 0, Enabled = 1, cGroups = 2 };

@@ -39,7 +39,7 @@ public:
     void setToolbox(GenToolbox* toolbox) override;
 
     Theme globalTheme() const;
-    /// Switches the theme of every palette; values outside the themes are ignored.
+    /// Sets the theme of every palette. Unknown values are ignored.
     void setGlobalTheme(Theme theme);
     bool colorGroupEnabled() const
     {

@@ -7,7 +7,7 @@
 class GenApplication;
 class GenToolbox;
 
-/// \a toolbox as the QObject that it is. Defined with the toolbox, whose class is not known here.
+/// Returns \a toolbox as a QObject. Defined with the toolbox, because its class is incomplete here.
 QObject* toolboxObject(GenToolbox* toolbox);
 
 /**
@@ -21,12 +21,12 @@ class GenTool : public QObject
 public:
     GenTool(GenApplication* app, GenToolbox* toolbox);
 
-    /// Hands the toolbox over once all tools exist. Overrides also publish their type to QML.
+    /// Called by the toolbox when all tools exist. Overrides also register their type for QML.
     virtual void setToolbox(GenToolbox* toolbox);
 
 protected:
-    /// Keeps \a tool out of the QML engine's garbage collection and registers its class, uncreatable,
-    /// as \a typeName 1.0 of the module \a uri. Both texts must be literals.
+    /// Protects \a tool from the QML engine's garbage collection, and registers its class as the uncreatable
+    /// type \a typeName 1.0 of the module \a uri. Both texts must be literals.
     template <class Tool>
     static void publishToQml(Tool* tool, const char* uri, const char* typeName)
     {

@@ -19,7 +19,7 @@ public:
     virtual QString title() const { return m_title; }
     virtual QUrl url() const { return m_url; }
     virtual QUrl icon() const { return m_icon; }
-    /// Emits titleChanged when the title differs from the present one.
+    /// Emits titleChanged when the title changes.
     virtual void setTitle(const QString& title);
 
 Q_SIGNALS:

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// Cursor position and font facts for QML, a tool of the toolbox. Lives on the GUI thread.
+/// Cursor position and font metrics for QML; a tool of the toolbox. Lives on the GUI thread.
 class ScreenTools : public GenTool
 {
     Q_OBJECT

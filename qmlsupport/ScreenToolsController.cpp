@@ -15,8 +15,8 @@
 
 namespace {
 
-/// Ends the press of an item once the system has taken the mouse for a move or resize. The release goes to
-/// the system: the item would stay pressed and take the next click, wherever that is.
+/// Ends the press of an item when the system has taken the mouse for a move or resize. The system gets the
+/// release. Without this the item would stay pressed and take the next click, wherever that is.
 class PressGuard : public QObject
 {
 public:

@@ -4,8 +4,8 @@
 #include <QQuickItem>
 
 /**
- * Platform facts, and moving and resizing of top-level windows, for QML: the singleton
- * "ScreenToolsController". An item without visual content; lives on the GUI thread.
+ * Properties of the platform, and functions that move and resize top-level windows, for QML: the singleton
+ * "ScreenToolsController". An item without visual content. Lives on the GUI thread.
  */
 class ScreenToolsController : public QQuickItem
 {
@@ -26,7 +26,7 @@ class ScreenToolsController : public QQuickItem
     Q_PROPERTY(QString boldFontFamily READ boldFontFamily CONSTANT)
 
 public:
-    // The interface is designed for the Windows desktop; elsewhere it keeps that design.
+    // The interface has the design of the Windows desktop on every system.
     bool isAndroid() const { return false; }
     bool isiOS() const { return false; }
     bool isMobile() const { return false; }
@@ -35,10 +35,10 @@ public:
     bool isLinux() const { return false; }
     bool isWindows() const { return true; }
     bool isSerialAvailable() const { return true; }
-    /// Whether at least one touch device is present.
+    /// True when at least one touch device is present.
     bool hasTouch() const;
-    /// Whether the program may set where its windows are: their position, and their place above others. False
-    /// under Wayland: the desktop decides both, a window has no known position, and only the system can move
+    /// True when the program can set the position of its windows and keep them above others. False under
+    /// Wayland: the desktop decides both, the position of a window is unknown, and only the system can move
     /// it or resize it by its left and top edges.
     bool canPlaceWindows() const;
     QString iOSDevice() const { return {}; }
@@ -53,19 +53,19 @@ public:
     Q_INVOKABLE double defaultFontDescent(int pointSize) const;
     /// Sets the geometry of the window with the focus, else of the first visible top-level window.
     Q_INVOKABLE void setWindowGeometry(int x, int y, int width, int height);
-    /// Sets the geometry of \a windowObject; anything that is not a window is left alone.
+    /// Sets the geometry of \a windowObject. Does nothing when that is not a window.
     Q_INVOKABLE void setWindowGeometryForWindow(QObject* windowObject, int x, int y, int width, int height);
-    /// Starts the system's interactive resize of \a windowObject by the given edges. False when it is no
-    /// window, is maximised or full screen, no edge is given or the system refuses.
+    /// Starts the system's interactive resize of \a windowObject by the given edges. Returns false when it is
+    /// not a window, is maximised or full screen, no edge is given, or the system refuses.
     Q_INVOKABLE bool startSystemResizeForWindow(QObject* windowObject, bool left, bool top, bool right,
                                                 bool bottom);
     /// Starts the system's interactive move of \a windowObject. Call it while the mouse button that was
-    /// pressed in the window is down. False when it is no window, is full screen or the system has no such
-    /// move; true does not promise that it moves: a desktop may ignore the request, for example for a
-    /// maximised window.
+    /// pressed in the window is down. Returns false when it is not a window, is full screen, or the system
+    /// has no such move. After true the window may still not move: a desktop may ignore the request, for
+    /// example for a maximised window.
     Q_INVOKABLE bool startSystemMoveForWindow(QObject* windowObject);
 
-    /// The border or corner that a set of edge flags asks for. Corners win over single edges and left
-    /// over right, so contradicting flags still name one border.
+    /// Returns the border or corner for a set of edge flags. Corners have priority over single edges, and
+    /// left over right, so contradicting flags still give one border.
     static Qt::Edges resizeEdges(bool left, bool top, bool right, bool bottom);
 };

@@ -57,7 +57,7 @@ QVariantList ToolsManager::settingsPages()
             auto info = std::make_unique<QmlComponentInfo>(translatedTitle(page),
                                                            QUrl::fromUserInput(QLatin1String(page.document)),
                                                            QUrl::fromUserInput(QLatin1String(page.icon)));
-            // Reached through a property list, the pages must not fall to the engine's collector.
+            // QML reads the pages from a list. Its garbage collector must not delete them.
             QQmlEngine::setObjectOwnership(info.get(), QQmlEngine::CppOwnership);
             m_settingsPages.append(QVariant::fromValue(info.get()));
             m_pages.push_back(std::move(info));

@@ -12,7 +12,7 @@ class QmlComponentInfo;
 
 /**
  * The pages of the main window in the order of the page column, with titles in the interface language.
- * Lives on the GUI thread. The pages are created, all at once, when the list is first read.
+ * Lives on the GUI thread. All pages are created when the list is first read.
  */
 class ToolsManager : public GenTool
 {
@@ -25,11 +25,11 @@ public:
 
     void setToolbox(GenToolbox* toolbox) override;
 
-    /// One QmlComponentInfo* per page; always the same objects.
+    /// Returns one QmlComponentInfo* per page, always the same objects.
     virtual QVariantList settingsPages();
 
 public Q_SLOTS:
-    /// Translates the titles of the existing pages again.
+    /// Translates the titles of the existing pages into the current language.
     void refreshTitles();
 
 Q_SIGNALS:

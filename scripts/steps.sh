@@ -3,15 +3,15 @@
 #
 # Sourced by the scripts that consist of steps: run.sh, test.sh, .ci/run.
 
-# step TITLE COMMAND...: runs the command, or a function of the script, with its output in a log. Says how
-# long it took; one that fails leaves the end of its output on the console and ends the script with its code.
+# step TITLE COMMAND...: runs the command, or a function of the script, with its output in a log, and prints its time.
+# A failure prints the end of the output and ends the script with the command's code.
 step()
 {
     local title=$1 log code errexit=+e started=$SECONDS
     shift
     log=$(mktemp)
     printf '%s ... ' "$title"
-    # In a shell of its own, outside any condition: only so does a function stop at its first error.
+    # The step runs in its own shell and outside any condition. Otherwise a function would not stop at its first error.
     [[ $- != *e* ]] || errexit=-e
     set +e
     (

@@ -7,8 +7,8 @@
 
 #include <QTemporaryDir>
 
-/// A link with the settings store that it asks, in a home folder of its own, and without the system manager,
-/// whose work in the background would be measured too.
+/// A link with its settings store, in a home folder of its own. There is no system manager, because its
+/// background work would be measured too.
 class BareLink
 {
 public:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the link costs at 1,000 packets per second through the real hidapi, against a bare read loop, and how
-// long a packet takes from the instrument to measurementChanged.
+// Processor time of the link at 1,000 packets per second through the real hidapi, against a bare read loop,
+// and the time of a packet from the instrument to measurementChanged.
 //
 // Run it on the virtual instrument: virtual-instrument --control auto -- link_cost
 #include "benchmarks/link/BareLink.h"
@@ -32,7 +32,7 @@ constexpr int cAimMissed = 2;
 constexpr double cCostAim = 1.25;
 constexpr double cLatencyAimMs = 5;
 
-/// Processor time that this process has used so far, all threads, user and system, in seconds.
+/// Returns the processor time of this process in seconds: all threads, user and system.
 double cpuSec()
 {
     rusage usage{};
@@ -47,10 +47,10 @@ double cpuSec()
 class BurstCost
 {
 public:
-    /// Takes the next packet of a burst, which is known by its number from 1; true with the last one.
+    /// Counts the packet of a burst with the given number, starting with 1. Returns true for the last one.
     bool take(float number)
     {
-        // What the instrument sent before the burst may still be on its way.
+        // Earlier packets of the instrument may still arrive.
         if (m_received == 0 && number != 1.0F)
             return false;
         if (number != static_cast<float>(++m_received))
@@ -165,7 +165,7 @@ int main(int argc, char** argv)
     };
     printLatency("instrument to measurementChanged  ", latenciesMs);
     std::printf(" (aim p99 at most %.0f ms)\n", cLatencyAimMs);
-    // What the machine and the mock device take away, whatever the link does.
+    // Share of the machine and of the mock device, which the link cannot change.
     printLatency("  the same for the bare loop      ", bareLatenciesMs);
     std::printf("\n");
     const bool met =

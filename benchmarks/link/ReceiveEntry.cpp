@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How many packets per second the link's receive entry takes, debugging off, against what USB can deliver.
+// Packets per second that the link's receive entry handles with debugging off, against the rate of USB.
 #include "benchmarks/link/BareLink.h"
 #include "benchmarks/services/Measure.h"
 

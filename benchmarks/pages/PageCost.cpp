@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::array<const char*, 6> cPages{"needle gauge",  "wave page",     "multimeter",
                                             "charging page", "user settings", "system settings"};
-/// Two, so that one can be opened from the other.
+/// There are two empty pages, so that one can be opened from the other.
 constexpr int cEmptyPage = 6;
 constexpr int cOtherEmptyPage = 7;
 constexpr int cEntries = 8;
@@ -34,12 +34,12 @@ constexpr int cEntries = 8;
 constexpr double cHighestOpeningRatio = 4.0;
 constexpr double cHighestSwitchRatio = 3.0;
 constexpr int cRounds = 9;
-/// The window's shadow comes this long after the start, the timers of the core objects before.
+/// Time after the start until the window has its shadow and the first timers of the core objects have run.
 constexpr int cStartMs = 3000;
 /// Longer than the page column's animations.
 constexpr int cSettleMs = 300;
 constexpr int cTimeoutMs = 20000;
-/// On this port of the machine nobody answers.
+/// No program listens on this port.
 constexpr int cClosedPort = 9;
 
 void settle(int ms)
@@ -49,7 +49,7 @@ void settle(int ms)
     loop.exec();
 }
 
-/// The repeater that is nearest to the root of the tree.
+/// Returns the repeater that is nearest to the root of the tree.
 QQuickItem* repeaterBelow(QQuickItem* root)
 {
     QList<QQuickItem*> items = root->childItems();
@@ -61,7 +61,7 @@ QQuickItem* repeaterBelow(QQuickItem* root)
     return nullptr;
 }
 
-/// The first item of the tree that has a property of that name.
+/// Returns the first item of the tree that has a property of that name.
 QQuickItem* itemWith(QQuickItem* root, const char* property)
 {
     if (root->property(property).isValid())
@@ -74,13 +74,13 @@ QQuickItem* itemWith(QQuickItem* root, const char* property)
     return nullptr;
 }
 
-/// Times what happens in a window, up to the first frame that shows all of it.
+/// Measures the time of a change in a window, up to the first frame that shows all of it.
 class FrameWatch
 {
 public:
     explicit FrameWatch(QQuickWindow* window)
     {
-        // Both come on the thread that draws; the first while the GUI thread stands still.
+        // Both signals come on the drawing thread, the first while the GUI thread is blocked.
         QObject::connect(
             window, &QQuickWindow::afterSynchronizing, &m_context,
             [this] { m_drawn = m_waiting && m_complete(); }, Qt::DirectConnection);
@@ -95,8 +95,8 @@ public:
             Qt::DirectConnection);
     }
 
-    /// Seconds from the beginning of \a work to the frame in which \a complete holds; ends the program when
-    /// none comes.
+    /// Returns the seconds from the start of \a work to the frame in which \a complete is true. Ends the
+    /// program when no such frame comes.
     double secondsOf(const std::function<void()>& work, const std::function<bool()>& complete)
     {
         QTimer limit;
@@ -143,14 +143,14 @@ public:
                 QUrl(QStringLiteral("qrc:/res/userSetImg.svg")), genApp())));
         for (QQuickItem* repeater : {m_entries, m_loaders})
             QQmlProperty::write(repeater, QStringLiteral("model"), pages);
-        // What a page adds may be drawn already when it is ready: one more frame tells.
+        // A page may be ready before its last parts are drawn. One more frame shows them.
         for (int page = 0; page < cEntries; ++page)
             QObject::connect(itemAt(m_loaders, page), SIGNAL(statusChanged()), window, SLOT(update()));
     }
 
     bool isComplete() const { return m_entries && m_loaders && itemAt(m_entries, cEntries - 1); }
 
-    /// Seconds from the click on the page's entry until all of the page is on the screen.
+    /// Returns the seconds from the click on the page's entry until the whole page is on the screen.
     double open(int page)
     {
         settle(cSettleMs);
@@ -168,7 +168,7 @@ public:
             });
     }
 
-    /// Seconds until the window is shown in the other language.
+    /// Returns the seconds until the window is shown in the other language.
     double switchLanguage()
     {
         settle(cSettleMs);
@@ -222,7 +222,7 @@ int main(int argc, char** argv)
     PageWindow window(rootWindow);
     if (!window.isComplete())
         return 1;
-    // Whatever is loaded or compiled but once is no part of the comparison. The first page is open already.
+    // The comparison leaves out what is loaded or compiled only once. The first page is open already.
     for (int page = cEntries - 1; page >= 0; --page)
         window.open(page);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Writing a curve archive (JSON and CSV) and loading it back, against plain QJsonDocument on the same data.
-// The floor of writing puts the same two files on the disk, the text of the table being ready.
+// The floor of writing saves the same two files, with a prepared text for the table.
 #include "benchmarks/services/Measure.h"
 #include "instrument/CurveArchive.h"
 
@@ -19,7 +19,7 @@ constexpr double cHighestRatio = 1.3;
 constexpr double cSampleIntervalSec = 0.08;
 constexpr double cHighestGrowth = 1.3;
 
-/// What an instrument sends: single-precision readings of up to \a top.
+/// Returns readings as an instrument sends them: single precision, from 0 to \a top.
 QVariantList readings(int count, double top, unsigned seed)
 {
     std::mt19937 generator(seed);
@@ -87,8 +87,8 @@ CurveCosts measure(int samples, int runs, bool& complete)
     return costs;
 }
 
-/// How the cost per sample grows with the number of samples, against the growth of the floor's: large texts
-/// cost every program more memory traffic.
+/// Compares the growth of the cost per sample with that of the floor. Large texts cost every program more
+/// memory traffic.
 bool reportGrowth(const char* name, const Comparison& few, const Comparison& many)
 {
     const double growth = many.ratio() / few.ratio();
@@ -101,7 +101,7 @@ bool reportGrowth(const char* name, const Comparison& few, const Comparison& man
 
 int main()
 {
-    // The wave page keeps this many samples at most, so larger archives are loaded but never written.
+    // The wave page keeps at most this many samples. Larger archives are loaded but never written.
     constexpr int cFew = 3000;
     constexpr int cMany = 300000;
     bool complete = true;

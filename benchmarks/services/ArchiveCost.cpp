@@ -17,7 +17,7 @@ constexpr int cFiles = 20;
 constexpr int cFileBytes = 5 * 1024 * 1024;
 constexpr double cHighestRatio = 1.3;
 
-/// A file of packet log lines, as a long session with debugging on leaves them.
+/// Writes a file of packet log lines like those of a long session with debugging on.
 bool writeLog(const QString& path, quint32 seed)
 {
     QRandomGenerator random(seed);

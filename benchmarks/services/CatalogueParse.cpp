@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What reading a firmware catalogue costs on top of parsing its JSON.
+// Time to read a firmware catalogue, against the time to parse its JSON only.
 #include "benchmarks/services/Measure.h"
 #include "firmware/FirmwareCatalogue.h"
 

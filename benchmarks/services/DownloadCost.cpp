@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Downloading and saving 64 MB over loopback against curl, and how much memory grows meanwhile.
+// Time and memory to download and save 64 MB over loopback, against curl.
 #include "benchmarks/services/Measure.h"
 #include "network/FileDownload.h"
 
@@ -53,7 +53,8 @@ int main(int argc, char** argv)
     const QString target = folder.filePath(QStringLiteral("saved.bin"));
     QNetworkAccessManager network;
     bool complete = true;
-    // The peak so far holds the image above; a download that kept one would pass it by as much again.
+    // The peak already contains the image above. A download that kept its body would exceed it by as much
+    // again.
     resetPeakMemory();
     const int memoryBefore = peakMemoryKb();
     const Comparison measured = compare(

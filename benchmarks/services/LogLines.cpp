@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Lines per second of the daily log against opening, appending and closing with the C library alone, and
-// whether all are there.
+// Lines per second of the daily log, against opening, appending and closing with the C library. No line may
+// be missing.
 #include "benchmarks/services/Measure.h"
 #include "storage/DailyLog.h"
 #include "storage/DataFolders.h"

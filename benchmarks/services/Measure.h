@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <vector>
 
-/// Two ways to the same result, measured turn by turn so that both see the same machine.
+/// Times of two ways to the same result. They are measured in turn, so that both see the same machine.
 struct Comparison
 {
     double oursSeconds = 0;
@@ -23,7 +23,8 @@ inline double medianOf(std::vector<double> values)
     return *middle;
 }
 
-/// Runs \a ours and \a floor \a runs times each, after one run of both that does not count; medians.
+/// Runs \a ours and \a floor \a runs times each, after one run of both that does not count. Returns the
+/// medians.
 template <class Ours, class Floor>
 Comparison compare(int runs, Ours ours, Floor floor)
 {
@@ -46,7 +47,7 @@ Comparison compare(int runs, Ours ours, Floor floor)
     return {medianOf(oursSeconds), medianOf(floorSeconds)};
 }
 
-/// Prints the comparison with the highest ratio that is aimed at. True when the aim is met.
+/// Prints the comparison and the highest allowed ratio. Returns true when the ratio is within it.
 inline bool report(const char* name, const char* floor, const Comparison& measured, double highestRatio)
 {
     std::printf("%-44s %9.1f ms   %s %9.1f ms   ratio %5.2fx (aim at most %.1fx)\n", name,
@@ -55,7 +56,7 @@ inline bool report(const char* name, const char* floor, const Comparison& measur
     return measured.ratio() <= highestRatio;
 }
 
-/// The most memory that this process has had since its start or the last reset, in KiB; 0 when unknown.
+/// Returns the peak memory of this process since its start or the last reset, in KiB; 0 when unknown.
 inline int peakMemoryKb()
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -65,7 +66,7 @@ inline int peakMemoryKb()
     return text.mid(text.indexOf("VmHWM:") + 6).simplified().split(' ').first().toInt();
 }
 
-/// Makes the memory of this moment the peak.
+/// Sets the peak to the current memory.
 inline void resetPeakMemory()
 {
     QFile references(QStringLiteral("/proc/self/clear_refs"));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the multimeter page takes to show a full table of readings, against a plain list model of the same
-// rows.
+// Time of the multimeter page to show a full table of readings, against a plain list model of the same rows.
 #include "app/GenApplication.h"
 #include "app/GenToolbox.h"
 #include "benchmarks/services/Measure.h"
@@ -29,7 +28,7 @@ double secondsOf(Work work)
     return double(timer.nsecsElapsed()) / 1e9;
 }
 
-/// Lets the link record one row.
+/// Makes the link record one row.
 void record(HidLink& link, int number)
 {
     const protocol::MultimeterReading reading{2, QStringLiteral("%1.5kOhm").arg(number)};
@@ -72,12 +71,12 @@ int main(int argc, char** argv)
         Samples reload;
         Samples fill;
         for (int run = 0; run < cRuns; ++run) {
-            // The page hears of all the new rows at once.
+            // The page gets all new rows with one signal.
             link.blockSignals(true);
             for (int i = 0; i < newRows; ++i)
                 record(link, number++);
             link.blockSignals(false);
-            // What is drawn costs the same either way, and is no part of the reload.
+            // Drawing costs the same in both cases and is not part of the reload.
             QCoreApplication::processEvents();
             fill.push_back(secondsOf([&call] { call("fill"); }));
             reload.push_back(secondsOf([&call] { call("reload"); }));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Downloading and verifying an update of 256 MB over loopback against curl piped into sha256sum, how much
-// memory grows meanwhile, and for how long the check keeps the window waiting.
+// Time and memory to download and verify an update of 256 MB over loopback, against curl piped into
+// sha256sum, and the time for which the check blocks the window.
 #include "benchmarks/services/Measure.h"
 #include "upgrade/CUpgradeControl.h"
 #include "upgrade/FileDigest.h"
@@ -20,7 +20,7 @@ constexpr int cInstallerMebibytes = 256;
 constexpr double cHighestRatio = 1.5;
 constexpr int cHighestGrowthKb = 16 * 1024;
 
-/// Starts the local server with a package of the measured size; the URL of its API port.
+/// Starts the local server with a package of the measured size. Returns the URL of its API port.
 QString startServer(QProcess& server)
 {
     server.start(QStringLiteral(QUORVEL_LOCAL_SERVER),
@@ -32,7 +32,7 @@ QString startServer(QProcess& server)
     return QString::fromUtf8(server.readLine()).trimmed().section(QLatin1Char(' '), -1);
 }
 
-/// One check and one download; true when the package passed its check.
+/// Runs one download. Returns true when the package passed its check.
 bool updateOnce(CUpgradeControl& control)
 {
     QEventLoop loop;
@@ -40,10 +40,10 @@ bool updateOnce(CUpgradeControl& control)
     bool failed = false;
     QObject::connect(&control, &CUpgradeControl::updateStatus, &loop, [&](int status) {
         finished += status == CUpgradeControl::UPC_Finished ? 1 : 0;
-        // Before the end of the transfer it comes from the check that the control makes by itself.
+        // An error before the end of the transfer comes from the automatic check.
         failed = (status == CUpgradeControl::UPC_NetworkError && finished > 0) ||
                  status == CUpgradeControl::UPC_Access;
-        // The first one only says that the transfer has ended.
+        // The first UPC_Finished reports only the end of the transfer.
         if (failed || finished == 2)
             loop.quit();
     });

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int cRounds = 5;
 constexpr int cTicks = 80;
-/// Longer than any frame takes, so that every tick is drawn.
+/// Longer than the time of any frame, so that every tick is drawn.
 constexpr int cTickIntervalMs = 60;
 constexpr int cLiveIntervalMs = 80;
 constexpr int cViewSamples = 60;
@@ -34,8 +34,8 @@ double seconds(clockid_t clock)
     return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
 }
 
-/// Calls \a tick \a ticks times, \a intervalMs apart, with everything that follows from it; seconds of \a
-/// clock for each.
+/// Calls \a tick \a ticks times, \a intervalMs apart, and handles the events that follow. Returns the seconds
+/// of \a clock per tick.
 double secondsPerTick(int ticks, int intervalMs, clockid_t clock, const std::function<void()>& tick)
 {
     QEventLoop loop;
@@ -77,7 +77,7 @@ public:
         m_window->hide();
     }
 
-    /// Draws its curves as thick as those of the page's \a chart, and in the same part of the window.
+    /// Gives the curves the width of those of the page's \a chart, and the same part of the window.
     void drawLike(QQuickItem* chart)
     {
         QMetaObject::invokeMethod(m_window, "drawLike",
@@ -86,7 +86,7 @@ public:
 
     void show(bool shown) { m_window->setVisible(shown); }
 
-    /// One replace for each series, by the curves that the page shows: every m_stride-th sample of them.
+    /// Replaces each series once by the curves that the page shows: by every m_stride-th sample.
     void tick()
     {
         ++m_tick;
@@ -109,7 +109,7 @@ private:
     int m_tick = 0;
 };
 
-/// Measures the page and a bare chart turn by turn; only one of the two windows is on the screen.
+/// Measures the page and a bare chart in turn. Only one of the two windows is on the screen.
 Comparison compareTicks(QQuickWindow* page, BareChart& bare, int intervalMs, clockid_t clock,
                         const std::function<void()>& pageTick)
 {
@@ -140,7 +140,7 @@ int main(int argc, char** argv)
 {
     const QTemporaryDir home;
     qputenv("HOME", QFile::encodeName(home.path()));
-    // Drawing the window on a thread of its own keeps the two costs apart on every driver.
+    // A drawing thread separates the two costs on every driver.
     qputenv("QSG_RENDER_LOOP", "threaded");
     GenApplication app(argc, argv);
     app.registerQmlTypes();
@@ -162,11 +162,11 @@ int main(int argc, char** argv)
     BareChart strip(engine, sizeOf(overviewChart), 2, cOverviewPoints);
     strip.drawLike(overviewChart);
 
-    // Live: the page's own timer ticks; a measurement arrives as often.
+    // Live: the page's own timer ticks, and measurements arrive at the same rate.
     const Comparison live = compareTicks(window, full, cLiveIntervalMs, CLOCK_PROCESS_CPUTIME_ID,
                                          [window] { call(window, "measure"); });
 
-    // Then the parts alone, with the page's own timer idle.
+    // The parts alone: the page's own timer is stopped.
     QMetaObject::invokeMethod(window, "setConnected", Q_ARG(QVariant, false));
     const Comparison tick = compareTicks(window, chart, cTickIntervalMs, CLOCK_THREAD_CPUTIME_ID,
                                          [window] { call(window, "tickChart"); });

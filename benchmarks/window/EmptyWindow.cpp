@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The floor of the window benchmarks: the least that a Qt Quick program with this interface's imports does.
+// The floor of the window benchmarks: the smallest Qt Quick program with this interface's imports.
 #include <QApplication>
 #include <QQmlApplicationEngine>
 

@@ -38,9 +38,8 @@ quint64 codeOf(udev_device* device)
     return cDevNodesChanged;
 }
 
-/// Vendor and product number from the property "PRODUCT", for example "1f3a/efe8/2b3". The kernel sends it
-/// with every event of a USB device, also with the removal, when the device's attributes can no longer be
-/// read.
+/// Reads vendor and product number from the property "PRODUCT", for example "1f3a/efe8/2b3". The kernel sends
+/// the property with every event of a USB device. After a removal the device's attributes cannot be read.
 DeviceChange changeOf(udev_device* device)
 {
     constexpr int cHexadecimal = 16;
@@ -64,7 +63,7 @@ DeviceNotice::Watch::Watch(Handler handler) : handle(std::move(handler))
 {
     if (!context)
         return;
-    // The source "udev" speaks after the rules have run: the device node has its permissions by then.
+    // The source "udev" reports after the rules have run, when the device node has its permissions.
     monitor.reset(udev_monitor_new_from_netlink(context.get(), "udev"));
     if (!monitor)
         return;
@@ -86,7 +85,7 @@ void DeviceNotice::Watch::drain()
         if (device) {
             changes.push_back(changeOf(device.get()));
         } else if (errno == ENOBUFS) {
-            // The kernel dropped events: the bus changed in an unknown way.
+            // The kernel dropped events. The bus has changed in an unknown way.
             changes.push_back({cDevNodesChanged, {}, {}});
         } else {
             break;

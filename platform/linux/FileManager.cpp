@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The desktop's common interface of file managers (freedesktop.org).
+/// D-Bus interface of file managers (freedesktop.org).
 const QString cFileManagerService = QStringLiteral("org.freedesktop.FileManager1");
 const QString cFileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
 
@@ -25,8 +25,8 @@ bool openFolderOf(const QString& path)
     return QProcess::startDetached(command.program, command.arguments);
 }
 
-/// Whether a session bus is there to connect to. Without one the D-Bus library would start a bus daemon of
-/// its own, which nobody listens on and which outlives this process.
+/// Returns true when a session bus exists. Without one the D-Bus library would start a daemon of its own,
+/// which has no other users and outlives this process.
 bool hasSessionBus()
 {
     return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
@@ -56,7 +56,7 @@ bool platform::showInFileManager(const QString& path)
                                                           cFileManagerService, QStringLiteral("ShowItems"));
     const QUrl url = QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
     request << QStringList{url.toString(QUrl::FullyEncoded)} << QString();
-    // Starting a file manager takes seconds on a cold desktop, so the answer is awaited in the background.
+    // A file manager may take seconds to start, so the answer is awaited in the background.
     auto* reply = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(request), qApp);
     QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply, [path](QDBusPendingCallWatcher* call) {
         if (call->isError())

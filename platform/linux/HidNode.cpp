@@ -14,7 +14,7 @@ namespace platform {
 
 QString hidAccessAdvice(const QByteArray& path)
 {
-    // As hidapi opens it: only an attempt tells what the system really allows.
+    // Opens the node like hidapi. Only an attempt shows what the system permits.
     const int node = ::open(path.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
     const int reason = errno;
     if (node >= 0)

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Whether \a path is a folder of this user in which nobody else can create or replace a file. A symbolic
-/// link is no folder: another user may have made it.
+/// Returns true when \a path is a folder of this user in which no other user can create or replace a file.
+/// Returns false for a symbolic link: another user may have made it.
 bool isOwnFolder(const QString& path)
 {
     struct stat status = {};
@@ -20,7 +20,7 @@ bool isOwnFolder(const QString& path)
            status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-/// Whether a socket may have this path: the system's limit is about a hundred bytes.
+/// Returns true when a socket can have this path. The system's limit is about a hundred bytes.
 bool fitsSocketAddress(const QString& path)
 {
     return std::size_t(QFile::encodeName(path).size()) < sizeof(sockaddr_un::sun_path);
@@ -31,8 +31,7 @@ bool fitsSocketAddress(const QString& path)
 platform::InstanceEndpoint platform::instanceEndpoint(const QString& name)
 {
     const QString user = QString::number(::geteuid());
-    // Made here where the system has no runtime folders. Who made it before and is another user gets nothing
-    // of this one.
+    // Creates the folder where the system has no runtime folders. A folder of another user is not used.
     const QString ownFolder = QDir::tempPath() + QLatin1String("/quorvel-") + user;
     InstanceEndpoint endpoint;
     for (const QString& folder :

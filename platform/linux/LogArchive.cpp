@@ -19,11 +19,11 @@ namespace platform {
 namespace {
 
 constexpr qint64 cChunkSize = 256 * 1024;
-/// Exit codes of the packing, for the log.
+/// Exit codes of packing, for the log.
 constexpr int cDone = 0;
 constexpr int cFailed = 1;
 
-/// Copies \a source into the open entry \a target; empty on success, else the reason.
+/// Copies \a source into the open entry \a target. Returns the reason of a failure, else an empty text.
 QString copyInto(QFile& source, QuaZipFile& target, const QDeadlineTimer& deadline)
 {
     QByteArray chunk(int(cChunkSize), Qt::Uninitialized);
@@ -40,7 +40,7 @@ QString copyInto(QFile& source, QuaZipFile& target, const QDeadlineTimer& deadli
     }
 }
 
-/// Adds \a path to \a zip under \a name; empty on success, else the reason.
+/// Adds \a path to \a zip under \a name. Returns the reason of a failure, else an empty text.
 QString addFile(QuaZip& zip, const QString& path, const QString& name, const QDeadlineTimer& deadline)
 {
     QFile source(path);
@@ -56,7 +56,7 @@ QString addFile(QuaZip& zip, const QString& path, const QString& name, const QDe
     return entry.getZipError() == UNZ_OK ? QString() : name + QStringLiteral(": ") + entry.errorString();
 }
 
-/// Packs every file under \a folder into \a archive; empty on success, else the reason.
+/// Packs every file under \a folder into \a archive. Returns the reason of a failure, else an empty text.
 QString packFolder(const QString& folder, const QString& archive, const QDeadlineTimer& deadline)
 {
     QuaZip zip(archive);
@@ -87,7 +87,7 @@ ArchiveOutcome archiveFolder(const QString& folder, const QString& archive, cons
     ArchiveOutcome outcome;
     outcome.ran = true;
     outcome.standardError = packFolder(folder, partial, QDeadlineTimer(timeLimitMs));
-    // rename() of the C library replaces the target in one step.
+    // rename() of the C library replaces the target atomically.
     if (outcome.standardError.isEmpty() &&
         std::rename(QFile::encodeName(partial).constData(), QFile::encodeName(archive).constData()) != 0)
         outcome.standardError = QStringLiteral("%1 cannot be renamed").arg(partial);

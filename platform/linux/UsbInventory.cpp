@@ -8,7 +8,7 @@
 platform::UsbQuery platform::findUsbDevice(const QString& vid, const QString& pid, const ProcessRun&)
 {
     UsbQuery query;
-    // A context of its own: libudev objects must not be shared between threads.
+    // The context is local, because threads must not share libudev objects.
     const UdevContext context{udev_new()};
     const UdevEnumerate devices{context ? udev_enumerate_new(context.get()) : nullptr};
     if (!devices) {

@@ -3,7 +3,7 @@
 
 namespace platform {
 
-// The Windows heap gives large blocks back by itself.
+// The Windows heap returns large blocks by itself.
 void returnLargeBlocksAtOnce() {}
 
 } // namespace platform

@@ -8,8 +8,8 @@
 #include <QDir>
 #include <QtTest>
 
-/// Base of the tests on the scripted hidapi: an empty bus before each test; afterwards nothing may be left
-/// open, no thread may be left and nothing may have been misused.
+/// Base of the tests on the scripted hidapi. The bus is empty before each test. After it, no handle may be
+/// open, no thread may run, and no function may have been misused.
 class FakeBusTest : public TestCase
 {
     Q_OBJECT
@@ -23,14 +23,14 @@ protected:
         device.path = path;
         fakehid::plugIn(device);
     }
-    /// A measurement that carries \a number as the first of its values.
+    /// Returns a measurement with \a number as its first value.
     static QByteArray measurement(float number)
     {
         protocol::Measurement values;
         values.mainInputVoltage = number;
         return protocol::encode(values);
     }
-    /// Hands \a packet to \a link as if its reader had read it.
+    /// Passes \a packet to \a link as if its reader had read it.
     static void receive(QObject& link, const QByteArray& packet)
     {
         QVERIFY(QMetaObject::invokeMethod(&link, "handleIncomingPacket", Q_ARG(QByteArray, packet)));

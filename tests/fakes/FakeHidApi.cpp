@@ -36,7 +36,7 @@ struct Instrument
 
 using InstrumentPtr = std::shared_ptr<Instrument>;
 
-/// Everything below is guarded by the mutex; the condition is signalled when a read may go on.
+/// The mutex guards everything below. The condition is signalled when a read can continue.
 struct Bus
 {
     std::mutex mutex;

@@ -7,10 +7,10 @@
 #include <QStringList>
 
 /**
- * hidapi without hardware: a program that links this library first calls these functions instead of the
- * real ones. The devices on the bus, what they send and how they fail is scripted here, from any thread.
+ * hidapi without hardware. A program that links this library first calls these functions instead of the real
+ * ones. The functions below script the devices, their reports and their failures, from any thread.
  *
- * A device is known by its path and may be open several times; what it sends goes to whoever reads first.
+ * The path identifies a device. A device can be open several times; the first reader gets a report.
  */
 namespace fakehid {
 
@@ -25,9 +25,9 @@ struct Device
     QString manufacturer; ///< null: the device does not say
     QString product;
     QString serial;
-    /// How many openings fail first; negative: all.
+    /// Number of attempts to open that fail first; negative: all.
     int failingOpens = 0;
-    /// What the system says about a failed opening, see platform::hidAccessAdvice().
+    /// Advice of the system about a failed attempt; see platform::hidAccessAdvice().
     QString accessAdvice;
 };
 
@@ -36,23 +36,23 @@ void reset();
 
 /// Adds \a device at the end of the enumeration.
 void plugIn(const Device& device);
-/// Takes the device away: reads and writes on its open handles fail from now on, as with real hardware.
+/// Removes the device. Reads and writes on its open handles fail from now on, as with real hardware.
 void unplug(const QByteArray& path);
 
 /// Queues one report for the next reads of the device.
 void send(const QByteArray& path, const QByteArray& report);
-/// Lets reads fail with \a errorText once the reports queued so far have been read.
+/// Makes reads fail with \a errorText after the queued reports have been read.
 void failReads(const QByteArray& path, const QString& errorText);
-/// Lets writes fail, or work again.
+/// Makes writes fail, or work again.
 void failWrites(const QByteArray& path, bool fail);
-/// Lets hid_init fail \a times.
+/// Makes hid_init fail \a times.
 void failInit(int times);
 
-/// The output reports written to the device so far, in order, with the leading report id.
+/// Returns the output reports written to the device, in order, with the leading report id.
 QList<QByteArray> written(const QByteArray& path);
-/// Whether a read of the device is waiting for a report at this moment.
+/// Returns true while a read of the device waits for a report.
 bool readPending(const QByteArray& path);
-/// What the program did since reset().
+/// Calls of the program since reset().
 struct Record
 {
     int initCalls = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whatever an instrument may send: a series of packets through the codec and the link's receive entry.
+// Passes a series of arbitrary packets through the codec and the link's receive entry.
 #include "hid/HidLink.h"
 #include "instrument/PacketCodec.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Stops the fuzzer when something that always holds does not.
+/// Stops the fuzzer when an invariant is violated.
 void check(bool holds)
 {
     if (!holds)
@@ -44,7 +44,7 @@ void throughTheCodec(const QByteArray& packet)
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
-    // No home folder: the lines of the device log go nowhere instead of filling the disk.
+    // Without a home folder the lines of the device log are not written, so the disk does not fill up.
     qputenv("HOME", "/dev/null");
     static QCoreApplication app(*argc, *argv);
     return 0;
@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     static HidLink link(nullptr, nullptr);
-    // Each packet: a length, then that many bytes as far as there are.
+    // Each packet is a length byte followed by that many bytes, or by the remaining ones.
     while (size > 0) {
         const size_t length = std::min<size_t>(data[0] % (protocol::cPacketSize + 1), size - 1);
         const QByteArray packet(reinterpret_cast<const char*>(data + 1), static_cast<int>(length));

@@ -8,13 +8,14 @@
 class InstrumentControl
 {
 public:
-    /// Connects to the socket that the virtual instrument named; false when there is none.
+    /// Connects to the socket of the virtual instrument. Returns false without one.
     bool connectToInstrument();
 
-    /// Does one command while events are handled; the reply, "ok …" or "error …", or empty without one.
+    /// Sends one command and handles events until its reply. Returns "ok …" or "error …", or an empty text
+    /// without a reply.
     QString ask(const QString& command);
 
-    /// A value of the "status" reply, such as "open" or "screen"; empty when there is no such value.
+    /// Returns a value of the "status" reply, such as "open" or "screen"; empty for an unknown name.
     QString status(const QString& key);
 
 private:

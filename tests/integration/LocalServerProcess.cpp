@@ -28,7 +28,7 @@ bool LocalServerProcess::command(const QString& line)
 {
     m_process.write(line.toUtf8() + '\n');
     const QString first = nextLine();
-    // The rest of the state, which is one more line for each fault.
+    // The rest of the state has one line for each fault.
     m_process.waitForReadyRead(0);
     m_process.readAllStandardOutput();
     return first.startsWith(QLatin1String("update "));

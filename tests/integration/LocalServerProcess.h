@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QString>
 
-/// The local server as a program of its own on free ports, for as long as this object lives.
+/// The local server in a process of its own, on free ports, during the lifetime of this object.
 class LocalServerProcess
 {
 public:
@@ -12,18 +12,19 @@ public:
     ~LocalServerProcess();
     Q_DISABLE_COPY(LocalServerProcess)
 
-    /// Starts it with further \a arguments; false when it does not tell its ports in time.
+    /// Starts the server with additional \a arguments. Returns false when it does not print its ports in
+    /// time.
     bool start(const QStringList& arguments = {});
     int apiPort() const { return m_apiPort; }
     int docsPort() const { return m_docsPort; }
 
-    /// Gives one command, for example "fault /download/* stalled"; false when it was not understood.
+    /// Sends one command, for example "fault /download/* stalled". Returns false when the server refuses it.
     bool command(const QString& line);
-    /// Ends it as a lost server would: at once.
+    /// Kills the server.
     void kill();
 
 private:
-    /// The next line that it prints; empty when none comes.
+    /// Returns the next line that the server prints; empty when none comes.
     QString nextLine();
 
     QProcess m_process;

@@ -21,7 +21,7 @@ struct Result
 
 } // namespace
 
-/// What the stand-in prints and does, as the real tool would.
+/// The stand-in prints and does the same as the real tool.
 class FlashStandInTest : public TestCase
 {
     Q_OBJECT
@@ -111,7 +111,7 @@ private Q_SLOTS:
         const Result missing = run({"-p", "spiflash-write", "0x0", "/nowhere/boot.bin"});
         QCOMPARE(missing.exitCode, 1);
         QCOMPARE(missing.errors, QByteArray("Failed to open input file: /nowhere/boot.bin\n"));
-        // A folder opens like a file without bytes.
+        // A folder can be opened like an empty file.
         const Result folder = run({"-p", "spiflash-write", "0x0", m_folder->path()});
         QCOMPARE(folder.exitCode, 0);
         QCOMPARE(folder.output + folder.errors, QByteArray());

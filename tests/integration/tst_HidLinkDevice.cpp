@@ -15,7 +15,7 @@
 
 namespace {
 
-/// How often the instrument vanishes; a run that looks for rare faults sets more.
+/// Number of times that the instrument is unplugged. A search for rare faults sets a larger number.
 constexpr char cReplugCountVariable[] = "QUORVEL_TEST_REPLUGS";
 constexpr int cReplugs = 12;
 constexpr int cBurst = 3000;
@@ -52,7 +52,7 @@ private Q_SLOTS:
     void cleanup()
     {
         if (QTest::currentTestFailed()) {
-            // A test that failed half-way leaves the instrument as it was then.
+            // A test that failed half-way may have left the instrument in any state.
             for (const char* command :
                  {"interfaces 1", "replug", "rate 20", "burst 1", "auto", "write-errors 0"})
                 m_instrument.ask(QLatin1String(command));
@@ -108,7 +108,7 @@ private Q_SLOTS:
             QTRY_VERIFY_WITH_TIMEOUT(!m_link->connected(), cTimeoutMs);
             QCOMPARE(m_link->mainInputVoltage(), 0.0F);
             if (round == 0) {
-                // The first open and close may leave what a library keeps for good.
+                // The libraries may keep memory for good after the first open and close.
                 files = entries("/proc/self/fd");
                 threads = entries("/proc/self/task");
             }

@@ -64,7 +64,7 @@ private Q_SLOTS:
         table.row("truncated", true, "1.2.0", {}, CUpgradeControl::UPC_NetworkError);
     }
 
-    /// What is told, and how the download of what was offered ends.
+    /// Answer of each role, and the end of the download that it offers.
     void answers()
     {
         QFETCH(bool, offered);
@@ -92,7 +92,7 @@ private Q_SLOTS:
             table.row(fault, fault);
     }
 
-    /// What does not end by itself ends when the user wants it.
+    /// A download that does not end by itself ends when the user cancels it.
     void hangs()
     {
         QFETCH(QString, fault);

@@ -2,7 +2,7 @@
 import QtQuick 2.12
 import QtTest 1.12
 
-/// Base of tests that look for parts of a page by what they have: in English, with a page as large as the parent.
+/// Base of tests that find parts of a page by their properties. The language is English; the page fills the parent.
 TestCase {
     property var page: null
 

@@ -12,7 +12,7 @@
 
 #include <cstdio>
 
-/// The mouse cursor of the screen, for what asks where it is: in QML "TestCursor".
+/// Moves the mouse cursor of the screen: in QML "TestCursor".
 class TestCursor : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     Q_INVOKABLE void moveTo(int x, int y) { QCursor::setPos(x, y); }
 };
 
-/// Gives each test document's engine what the application gives its own, and collects QML warnings.
+/// Sets up the engine of each test document like the application's engine, and collects QML warnings.
 class QmlTestSetup : public QObject
 {
     Q_OBJECT

@@ -21,8 +21,8 @@ bool TestInstrument::plugIn()
     fakehid::plugIn(device);
     if (!m_link.openDevice())
         return false;
-    // A device that sends nothing in its first ten seconds is opened again, which empties the current table.
-    // This packet has no type of the protocol, so it changes no value.
+    // A device that sends nothing in its first ten seconds is opened again, and the current table becomes
+    // empty. This packet prevents that. Its type is unknown, so it changes no value.
     fakehid::send(cPath, QByteArray(protocol::cPacketSize, '\x7f'));
     return true;
 }

@@ -99,7 +99,7 @@ Item {
             compare(_button._highlighted, false)
             mouseMove(_button, 20, 20)
             compare(_button._highlighted, true)
-            // The cursor moves on without the button seeing it.
+            // The cursor leaves, but the button gets no event for it.
             TestCursor.moveTo(5, 790)
             tryCompare(_button, "_highlighted", false)
             mouseMove(_root, 399, 399)

@@ -10,7 +10,7 @@ PageTestCase {
     name: "MainWindow"
 
     property var _window: null
-    // Without an instrument each packet that the window wants to send ends in this signal.
+    // Without an instrument each attempt to send a packet emits this signal.
     property SignalSpy _sendAttempts: SignalSpy { target: GenToolbox.hidLink; signalName: "errorOccurred" }
     property SignalSpy _answers: SignalSpy { target: CUpgradeControl; signalName: "manualCheckFinished" }
     readonly property var _settings: GenToolbox.genSettings
@@ -50,7 +50,7 @@ PageTestCase {
         _settings.setValue("valid", true, "windowGeometry")
     }
 
-    // The page stack and the page column, found by what only they have.
+    // The page stack and the page column are found by a property that only they have.
     function stack() { return having(_window.contentItem, "currentPage") }
     function column() { return having(_window.contentItem, "collapsedButtonHeight") }
 
@@ -70,7 +70,7 @@ PageTestCase {
         compare(_sendAttempts.count, 4)
     }
 
-    // Packets of the instrument, as direction and screen, turn the page without an answer.
+    // Packets of the instrument change the page, and no packet goes back. The packets are direction and screen.
     function test_instrumentTurnsThePageWithoutEcho() {
         _sendAttempts.clear()
         for (var packet of [[1, 4, 0], [2, 5, 0], [2, 4, 2], [2, 2, 3]]) {
@@ -92,8 +92,8 @@ PageTestCase {
         return Array.from(stack().children).filter(function(loader) { return loader.item }).length
     }
 
-    // How many fills below an item do not take on the window's opacity of 0: those that let the desktop through in
-    // part, and the dark segments of the measuring pages. The needle's edge is no fill.
+    // Counts the fills below an item that ignore the window's opacity of 0: translucent ones, and the dark segments of
+    // the measuring pages. The needle's edge does not count.
     function heavyFills(item, measuring) {
         var count = 0
         if (item.gradient !== undefined && item.thickness === undefined && item.color.a > 0
@@ -213,7 +213,7 @@ PageTestCase {
     }
 
     function test_updateDialogHearsItsOwnCheckOnly() {
-        // Nobody listens there.
+        // No server listens there.
         _settings.setValue("apiPort", 1, "sysSettings")
         var dialog = having(_window.contentItem, "_upgradeStatus")
         _window.manualCheckUpdate()

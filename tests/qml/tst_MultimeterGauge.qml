@@ -63,7 +63,7 @@ Item {
             compare(readingPanel().heading, "Capacitance Gear")
             TestInstrument.choose(4, 4)
             compare(button("Buzzer").active, true)
-            // Neither an unknown function nor another screen.
+            // An unknown function and another screen change nothing.
             TestInstrument.choose(4, 7)
             TestInstrument.choose(3, 1)
             compare(button("Buzzer").active, true)

@@ -10,7 +10,7 @@ Item {
     width: 1040
     height: 640
 
-    // A link with the readings and files that a test wants.
+    // A link with the readings and files that a test sets.
     QtObject {
         id: _link
 
@@ -50,7 +50,7 @@ Item {
         // Series of the main chart: 0 the comparison, 1 the voltage, 2 the current.
         function curve(index) { return chart().series(index) }
 
-        // A recording of so many samples, without a tick for each.
+        // Makes a recording of this many samples without a timer tick for each.
         function record(count) {
             page._voltageSamples = new Array(count).fill(5)
             page._currentSamples = new Array(count).fill(1)

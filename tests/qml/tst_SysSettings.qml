@@ -104,7 +104,7 @@ Item {
             compare(part("serverStatus").text, "")
         }
 
-        // However fast they come, notches of the wheel scroll by a fixed length and do not throw the page.
+        // Each notch of the wheel scrolls by a fixed length, however fast the notches come.
         function test_quickWheelNotches() {
             var scroll = part("usbDebug")
             while (scroll.flicking === undefined)
@@ -146,7 +146,7 @@ Item {
             compare([row.line, stored(data.key)], [data.lines[0], "false"])
         }
 
-        // The page follows the language at once and loses nothing that it shows.
+        // The page changes its language at once and keeps what it shows.
         function test_language() {
             _root.manager.progressChanged(42)
             part("hostField").text = "being typed"
@@ -196,7 +196,7 @@ Item {
             compare([part("progressText").text, part("progressBar").value], ["52%", 52])
             compare(part("stateText").color, "#ffff00")
 
-            // The controller is lost in the middle; a plug that is not there resets nothing.
+            // The controller is lost during the upgrade. A missing USB connection resets nothing.
             _root.manager.felReadyChanged()
             compare(part("stateText").text, "Upgrade Faild")
             _root.manager.usbConnectedChanged()
@@ -216,7 +216,7 @@ Item {
             compare(part("stateText").text, "Upgrade Faild")
         }
 
-        // Elsewhere than on Windows the job ends at once, with a message.
+        // On other systems than Windows the job ends at once, with a message.
         function test_driverJobTellsItsEnd() {
             type(page, "qzt")
             reach("installDriverButton")
@@ -236,7 +236,7 @@ Item {
             verify(status.active ? status.text.indexOf("Saved to: /") === 0 : status.text === "Log export failed.")
         }
 
-        // From control to control by Tab alone, each of them in view when it has the focus.
+        // Tab moves from control to control. Each control is in view when it has the focus.
         function test_tabReachesEverything() {
             verify(page.showLeftPanel)
             _root.width = 700

@@ -50,7 +50,7 @@ Item {
             mainwindows.log = []
         }
 
-        // The cursor where a mouse event at this place of the test's window has it.
+        // Returns the position of the cursor for a mouse event at this place of the test's window.
         function moveCursor(x, y) {
             var place = _root.mapToGlobal(x, y)
             TestCursor.moveTo(place.x, place.y)
@@ -75,7 +75,7 @@ Item {
         function test_dragMovesByTheCursorsOffset() {
             for (var row of [[Window.FullScreen, 100, 100], [Window.Windowed, 140, 130]]) {
                 mainwindows.visibility = row[0]
-                // The cursor has gone on when the press is handled.
+                // The cursor has moved before the press is handled.
                 moveCursor(110, 25)
                 mousePress(_root, 100, 20)
                 moveCursor(140, 50)

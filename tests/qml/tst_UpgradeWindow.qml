@@ -60,7 +60,7 @@ Item {
             return GenToolbox.genSettings.sValue("ignoredVersion", "", "upgrade")
         }
 
-        // The server's text is shown letter by letter.
+        // The server's text is shown unchanged and is not markup.
         function test_offers() {
             verify(!dialog.visible)
             dialog.show2(" 1.2.0 ", "<b>news</b>")
@@ -149,7 +149,7 @@ Item {
             compare([part("downloadBar").value, part("downloadBar").indeterminate], [0, true])
         }
 
-        // Nothing was downloaded here: an install is refused, and the dialog says so before it closes.
+        // Nothing was downloaded. The install is refused, and the dialog reports that before it closes.
         function test_finishedDownload() {
             for (var key of [Qt.Key_Escape, Qt.Key_Return, 0]) {
                 startDownload()
@@ -163,7 +163,7 @@ Item {
             }
             startDownload()
             CUpgradeControl.updateStatus(CUpgradeControl.UPC_Finished)
-            // Nor does a check that fails meanwhile change what is shown.
+            // A check that fails meanwhile does not change the dialog.
             _reports.clear()
             CUpgradeControl.checkUpdate("http://127.0.0.1:1/")
             _reports.wait()
@@ -176,7 +176,7 @@ Item {
             verify(!dialog.visible)
         }
 
-        // The dialog opens, or its answer comes, while somebody types elsewhere.
+        // The dialog opens, or its answer arrives, while the user types in another place.
         function test_keysThatWereMeantForSomethingElse() {
             _behind.forceActiveFocus()
             GenToolbox.genSettings.setValue("ignoredVersion", "1.1.9", "upgrade")

@@ -5,12 +5,12 @@
 
 namespace test {
 
-/// While it lives, writes of this process beyond \a bytes of a file fail as they do on a full disk. Works for
-/// every user, root included.
+/// Makes writes of this process beyond \a bytes of a file fail like on a full disk, during its lifetime.
+/// Works for every user, root included.
 class FileSizeLimit
 {
 public:
-    /// Whether this system can limit a process so. Where it cannot, an object of this class does nothing.
+    /// Returns true when this system can limit a process. Otherwise an object of this class does nothing.
     static bool isSupported();
 
     explicit FileSizeLimit(qint64 bytes);

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The request in \a data when it is complete.
+/// Reads the request in \a data. Returns false while it is incomplete.
 bool parseRequest(const QByteArray& data, HttpFaultServer::Request& request)
 {
     const int headEnd = data.indexOf("\r\n\r\n");
@@ -54,7 +54,7 @@ HttpFaultServer::HttpFaultServer(QObject* parent, quint16 port) : QObject(parent
 
 HttpFaultServer::~HttpFaultServer()
 {
-    // The sockets go with m_server, when the handlers of their signals would find m_received gone.
+    // The sockets are deleted with m_server. Their signal handlers would use the deleted m_received.
     const QList<QTcpSocket*> sockets = m_server.findChildren<QTcpSocket*>();
     for (QTcpSocket* socket : sockets)
         socket->disconnect(this);
@@ -133,7 +133,7 @@ void HttpFaultServer::answer(QTcpSocket* socket, const Reply& reply)
             socket->disconnectFromHost();
         return;
     }
-    // A child of the socket: it ends with the connection, whoever closes that.
+    // The timer is a child of the socket and ends with the connection, whichever side closes it.
     auto* timer = new QTimer(socket);
     auto sent = std::make_shared<int>(0);
     connect(timer, &QTimer::timeout, socket, [socket, timer, bytes, sent, closes, piece = reply.pieceBytes] {

@@ -12,7 +12,7 @@
 class QTcpSocket;
 
 /**
- * A small HTTP server on a free loopback port that answers each path as a test wants it, rightly or not.
+ * A small HTTP server on a free loopback port. Each path has the answer, correct or not, that a test sets.
  *
  * Lives on the thread of the test and answers from its event loop. Every connection serves one request.
  */
@@ -34,7 +34,7 @@ public:
     struct Reply
     {
         enum Length : qint64 {
-            ActualLength = -2, ///< Content-Length tells the truth.
+            ActualLength = -2, ///< Content-Length is correct.
             NoLength = -1      ///< No Content-Length: the end of the connection ends the body.
         };
         enum class After {
@@ -44,22 +44,22 @@ public:
 
         int status = 200;
         QByteArray body;
-        /// Complete extra header lines, each with its line end.
+        /// Additional complete header lines, each with its line end.
         QByteArray headers;
-        /// A Length or the number of bytes to announce, true or not.
+        /// A Length, or the number of bytes to announce, correct or not.
         qint64 length = ActualLength;
-        /// Send only so many bytes of the body; all when negative.
+        /// Number of body bytes to send; all when negative.
         qint64 sendBytes = -1;
         After after = After::Close;
-        /// Accept the request and never answer at all.
+        /// Accepts the request and never answers.
         bool mute = false;
-        /// Sent as it is instead of everything above, for answers that are no HTTP.
+        /// Sent unchanged instead of everything above, for answers that are not HTTP.
         QByteArray raw;
-        /// Send in pieces of so many bytes, with this pause in front of each; at once when 0.
+        /// Size of the pieces in which the answer is sent, with this pause before each; 0 sends all at once.
         int pieceBytes = 0;
         int pauseMs = 0;
 
-        /// An answer with this \a body, otherwise as \a change makes it.
+        /// Returns an answer with this \a body, after \a change has modified it.
         template <typename Change>
         static Reply of(const QByteArray& body, Change change)
         {
@@ -76,13 +76,13 @@ public:
 
     using Handler = std::function<Reply(const Request&)>;
 
-    /// Listens at once; \a port 0 takes any free one. isListening() tells whether it worked.
+    /// Starts listening on \a port; 0 takes any free one. isListening() returns whether that worked.
     explicit HttpFaultServer(QObject* parent = nullptr, quint16 port = 0);
     ~HttpFaultServer() override;
 
     bool isListening() const { return m_server.isListening(); }
     quint16 port() const { return m_server.serverPort(); }
-    /// "http://127.0.0.1:<port>" + \a path.
+    /// Returns "http://127.0.0.1:<port>" + \a path.
     QString url(const QString& path) const;
 
     /// Answers requests for \a path (without a query) with \a reply; any other path gets a 404.
@@ -94,11 +94,11 @@ public:
     void close();
 
     const QVector<Request>& requests() const { return m_requests; }
-    /// How often \a path was asked for.
+    /// Returns the number of requests for \a path.
     int requestCount(const QByteArray& path) const;
 
 Q_SIGNALS:
-    /// A request has come in completely; its answer begins now.
+    /// A complete request has arrived; its answer begins now.
     void requested(const QByteArray& path);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// What this process uses, in KiB.
+/// Memory of this process, in KiB.
 struct ProcessMemory
 {
     /// In small blocks of the heap; the large ones are pictures and textures.
@@ -15,7 +15,7 @@ struct ProcessMemory
     qint64 residentKb = 0;
 };
 
-/// Returns free memory to the system and measures the rest; empty where the system does not tell both
+/// Returns free memory to the system, then measures the rest. Empty when the system does not provide both
 /// numbers.
 std::optional<ProcessMemory> processMemory();
 

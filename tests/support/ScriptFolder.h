@@ -19,14 +19,14 @@ public:
 
     /// Path of the file \a name in the folder.
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    /// Path of the program \a name, whether it exists or not.
+    /// Path of the program \a name, which need not exist.
     QString program(const QString& name) const;
     /// Puts a program there that plays \a steps, one a line, and returns its path. A program of that name
     /// plays the new ones when it is started the next time.
     QString add(const QString& name, const QByteArray& steps = {}) const;
     /// Like add(), but every call of the program first records its arguments for calls().
     QString addRecorder(const QString& name, const QByteArray& steps = {}) const;
-    /// The arguments of each call of the recorder \a name so far.
+    /// Returns the arguments of each call of the recorder \a name.
     QList<QStringList> calls(const QString& name) const;
 
     /// What opens files on this system's desktop, and the argument with which it opens the file \a path.
@@ -39,10 +39,10 @@ private:
     const QByteArray m_foldersBefore;
 };
 
-/// Whether a process with \a id exists and has not ended.
+/// Returns true when a process with \a id exists and has not ended.
 bool processRuns(qint64 id);
 
-/// The process id that a program has written into the file \a path; 0 while there is none.
+/// Returns the process id that a program has written into the file \a path; 0 without one.
 qint64 processIdIn(const QString& path);
 
 } // namespace test

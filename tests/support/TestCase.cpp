@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Guards what follows: warnings come from any thread.
+/// Guards the variables below, because warnings come from any thread.
 std::mutex warningMutex;
 std::vector<QRegularExpression> expectedWarnings;
 QStringList unexpectedWarnings;
@@ -85,7 +85,7 @@ void test::isolateHome()
     qunsetenv("XDG_DATA_HOME");
     qunsetenv("XDG_CACHE_HOME");
 
-    // Qt keeps what it reads here. The C library reads its own, later.
+    // Qt reads and keeps the locale here. The C library reads its locale later.
     const QByteArray language = qgetenv("LC_ALL");
     qputenv("LC_ALL", "ar_EG");
     QLocale::system();

@@ -7,9 +7,9 @@
 #include <QtTest>
 
 /**
- * Base of the test classes: a test function during which an unexpected warning is printed fails.
+ * Base of the test classes. An unexpected warning fails the test function that caused it.
  *
- * A test class with an init() or cleanup() of its own calls the ones here first.
+ * A test class with its own init() or cleanup() calls these ones first.
  */
 class TestCase : public QObject
 {
@@ -18,7 +18,7 @@ class TestCase : public QObject
 public:
     using QObject::QObject;
 
-    /// Allows warnings that match \a pattern until the present test function ends.
+    /// Allows warnings that match \a pattern until the current test function ends.
     static void expectWarning(const QString& pattern);
 
 protected Q_SLOTS:
@@ -28,7 +28,7 @@ protected Q_SLOTS:
 
 namespace test {
 
-/// The table of a data function: its columns by name, in the order of their types, then row() for row().
+/// The table of a data function. The constructor takes the names of the columns in the order of their types.
 template <typename... Columns>
 class Table
 {
@@ -41,19 +41,19 @@ public:
     void row(const char* name, const Columns&... values) const { (QTest::newRow(name) << ... << values); }
 };
 
-/// Writes a file that holds just \a content; false when that fails.
+/// Replaces the file by \a content. Returns false on failure.
 bool writeFile(const QString& path, const QByteArray& content);
-/// What the file holds; empty when it cannot be read.
+/// Returns the content of the file; empty when it cannot be read.
 QByteArray contentOf(const QString& path);
 
 /// Points HOME, the temporary folder and the folders of the user at a temporary folder, which is removed when
-/// the process ends. The language of the system becomes one with digits of its own, Arabic as in
-/// Egypt: files and logs must not use them. Call it before the application object is created.
+/// the process ends. Sets the language of the system to Arabic as in Egypt, which has its own digits: files
+/// and logs must not use them. Call it before the application object is created.
 void isolateHome();
 
 } // namespace test
 
-/// The main function of a test program: a home folder of its own, an application, then the tests.
+/// The main function of a test program: sets up a home folder, makes the application and runs the tests.
 #define QUORVEL_TEST_MAIN(TestClass, Application)                                                            \
     int main(int argc, char** argv)                                                                          \
     {                                                                                                        \

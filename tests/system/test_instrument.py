@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The virtual instrument as a program: its exit status, its faults, and that it leaves nobody behind."""
+"""The virtual instrument as a program: its exit status, its faults, and that no process remains."""
 
 import os
 import pathlib
@@ -15,7 +15,7 @@ TIMEOUT_S = 20
 
 
 def is_running(pid):
-    """Whether a process runs; one that ended and waits for its parent does not."""
+    """Returns whether a process runs. One that ended and waits for its parent does not run."""
     try:
         status = pathlib.Path(f"/proc/{pid}/stat").read_text(encoding="ascii")
         return status.rsplit(")", 1)[1].split()[0] != "Z"
@@ -65,7 +65,7 @@ class VirtualInstrumentTest(unittest.TestCase):
         self.assertEqual(self.run_instrument("--scenario", scenario, "--", "sleep", "60").returncode, 9)
 
     def start_group(self):
-        """Starts a program with a child of its own under the instrument: (instrument, both process ids)."""
+        """Starts a program with a child under the instrument. Returns (instrument, both process ids)."""
         pids = self.folder / "pids"
         script = f"sleep 60 & echo $! $$ > {pids}.new; mv {pids}.new {pids}; wait"
         instrument = subprocess.Popen(self.command("--", "sh", "-c", script))

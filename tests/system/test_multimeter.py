@@ -26,7 +26,7 @@ class MultimeterTest(case.SharedApplicationTestCase):
         return sorted(rows, key=lambda item: item.extents[1])
 
     def checked_functions(self):
-        """What assistive technology takes for the chosen function."""
+        """The chosen function as assistive technology sees it."""
         return [item.name for item in self.app.items()
                 if item.role == FUNCTION_ROLE and item.has_state(STATE_CHECKED)]
 
@@ -34,7 +34,7 @@ class MultimeterTest(case.SharedApplicationTestCase):
         return [re.search(r"Voltage (\S+),", row.name)[1] for row in self.rows()]
 
     def show_reading(self, text):
-        """Lets the instrument hold a reading until it is on the screen."""
+        """Makes the instrument hold a reading until it is on the screen."""
         self.instrument.do(f"reading {text}")
         self.app.wait_item(re.compile(r"Gear " + re.escape(re.match(r"[-\d.]+|\w+", text)[0])))
 
@@ -51,7 +51,7 @@ class MultimeterTest(case.SharedApplicationTestCase):
             wait_for(lambda number=number: self.instrument.status()["function"] == str(number),
                      f"the instrument measures {function}")
             self.assertEqual(self.instrument.screen_requests()[-1], (1, 4, number, 255, 255))
-            # A reading of the former function that was under way shows that one until the next.
+            # A late reading of the former function may show that function until the next reading.
             wait_for(lambda function=function: self.checked_functions() == [function],
                      lambda: f"only {function} is checked: {self.checked_functions()}")
 
@@ -62,7 +62,7 @@ class MultimeterTest(case.SharedApplicationTestCase):
             self.instrument.do(f"function {number}")
             self.app.wait_item(re.compile(f"^{FUNCTIONS[number]} Gear"))
         self.assertEqual(current_page(self.app), "multimeter")
-        # One click afterwards is the only request.
+        # A click afterwards causes the only request.
         self.app.click_item("Diode")
         wait_for(lambda: self.instrument.status()["function"] == "3", "the click is sent")
         self.assertEqual(self.instrument.screen_requests()[before:], [(1, 4, 3, 255, 255)])
@@ -82,7 +82,7 @@ class MultimeterTest(case.SharedApplicationTestCase):
         self.record("1.234V")
         self.show_reading("OL")
         self.record("2.500V")
-        # Back to the first within the time in which it is not recorded again.
+        # The first reading returns within the time in which it is not recorded again.
         self.show_reading("1.234V")
         self.record("3.750V")
         self.assertEqual(self.voltages(), ["3.750V", "2.500V", "1.234V"])

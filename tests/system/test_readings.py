@@ -23,7 +23,7 @@ class ReadingsTest(case.SharedApplicationTestCase):
         open_page(self.app, "gauge")
 
     def shows(self, *texts):
-        """Waits until every text stands at the start of some item's name."""
+        """Waits until every text is the start of some item's name."""
         def missing():
             shown = self.app.texts()
             return [text for text in texts if not any(name.startswith(text) for name in shown)]
@@ -67,7 +67,7 @@ class ReadingsTest(case.SharedApplicationTestCase):
         for page in ("multimeter", "charge", "wave", "gauge", "multimeter"):
             self.instrument.do(f"screen {SCREENS[page]}")
             wait_for(lambda page=page: current_page(self.app) == page, f"page {page} shows")
-        # One click afterwards: its request is the only one, so that no page change before caused any.
+        # A click afterwards causes the only request, so the earlier page changes caused none.
         open_page(self.app, "gauge")
         wait_for(lambda: len(self.instrument.screen_requests()) > before, "the click is sent")
         self.assertEqual(self.instrument.screen_requests()[before:], [(1, 1, 255, 255, 255)])
@@ -85,7 +85,7 @@ class ReadingsTest(case.SharedApplicationTestCase):
     def test_pages_left_while_they_load(self):
         for attempt in range(24):
             self.instrument.do(f"screen {SCREENS['wave']}")
-            # Some time within the loading of the page, another one each time.
+            # A different moment during the loading of the page each time.
             time.sleep(0.012 * attempt)
             self.instrument.do(f"screen {SCREENS['gauge']}")
             wait_for(lambda: current_page(self.app) == "gauge", "the gauge shows")

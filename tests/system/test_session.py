@@ -18,7 +18,7 @@ UNSTORED_TEXT = re.compile("无法将设置保存到 .*Documents/Quorvel")
 
 
 def connects_to(path):
-    """Whether a connection to this local socket is made at once."""
+    """Returns whether a connection to this local socket is made at once."""
     with socket.socket(socket.AF_UNIX) as probe:
         probe.setblocking(False)
         return probe.connect_ex(str(path)) == 0
@@ -87,7 +87,7 @@ class SessionTest(case.SystemTestCase):
 
 
 class AdverseStartTest(case.SystemTestCase):
-    """The window comes up whatever is missing, and shows readings."""
+    """The window opens although parts are missing, and shows readings."""
 
     @classmethod
     def setUpClass(cls):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Upgrades as a person does them in the window: the controller's firmware, and the application itself."""
+"""Upgrades by a person in the window: of the controller's firmware and of the application."""
 
 import os
 import re
@@ -20,7 +20,7 @@ LAST_IMAGE = re.compile(r"^7\d%$")
 
 class UpgradeTestCase(case.SystemTestCase):
     def start_with(self, server, **options):
-        """Starts the program on this server, with a flash tool and an opener that only note."""
+        """Starts the program on this server. Its flash tool and its opener only record their calls."""
         home = self.make_home(self)
         settings = case.default_settings()
         settings["sysSettings"] = {"apiPort": server.api_port}
@@ -55,7 +55,7 @@ class FirmwareUpgradeTest(UpgradeTestCase):
         open_page(app, "charge")
         wait_for(lambda: all(self.tool.content(address, len(image)) == image for address, image in images.items()),
                  "the images are written", UPGRADE_TIMEOUT_S)
-        # At once again: refused while the first one tidies up, or done.
+        # A second upgrade at once: it is refused while the first one cleans up, or it runs.
         open_page(app, "system")
         app.click_item("Upgrade")
         app.wait_item("Upgrade complete", timeout_s=UPGRADE_TIMEOUT_S)
@@ -82,7 +82,7 @@ class ApplicationUpdateTest(UpgradeTestCase):
         return app.home.path / "tmp/Quorvel-installer.exe"
 
     def start_offered(self, server):
-        """The question that the check at start-up leads to."""
+        """The question after the check at start-up."""
         app = self.start_with(server)
         app.wait_item(QUESTION, timeout_s=30)
         return app
@@ -103,7 +103,7 @@ class ApplicationUpdateTest(UpgradeTestCase):
         app.wait_item("download file...")
         app.click_item("Cancel upgrade", role="push button")
         app.wait_gone("download file...")
-        # At once again: the new dialog shows the new download, not the end of the old one.
+        # A second download at once: the new dialog shows it, not the end of the old one.
         app.click_item("Check update")
         app.click_item("Upgrade", role="push button")
         app.wait_item("download file...")
@@ -118,7 +118,7 @@ class ApplicationUpdateTest(UpgradeTestCase):
         app.click_item("Cancel", role="push button")
         app.wait_gone(QUESTION)
         self.assertEqual(app.home.settings()["upgrade"]["ignoredVersion"], "1.1.99")
-        # The user's own check shows it all the same.
+        # A manual check offers it anyway.
         app.click_item("Check update")
         app.wait_item(QUESTION)
 
@@ -134,7 +134,7 @@ class ApplicationUpdateTest(UpgradeTestCase):
         app = self.start_with(self.serve("--fault", "/api/check_version=never"))
         app.click_item("Check update")
         app.wait_item("Checking for updates, please wait...")
-        # The window lives on, and the question can be left.
+        # The window stays, and the question can be closed.
         app.click_item("Cancel", role="push button")
         app.wait_gone("Checking for updates, please wait...")
         open_page(app, "charge")

@@ -30,7 +30,7 @@ def _connect(address):
 
 
 class Item:
-    """One accessible item as it was when the window was looked at."""
+    """One accessible item at the time of the look-up."""
 
     def __init__(self, bus, owner, path):
         self.bus = bus
@@ -55,12 +55,12 @@ class Item:
         return x + width / 2, y + height / 2
 
     def contains(self, other):
-        """Whether another item's middle lies in this one."""
+        """Returns whether another item's middle is inside this one."""
         x, y, width, height = self.extents
         other_x, other_y = other.center
         return x <= other_x <= x + width and y <= other_y <= y + height
 
-    # What is asked about an item; each with the way to keep the answer.
+    # Properties to ask for, each with the function that stores the answer.
 
     def _keep(self, attribute):
         return lambda answer: setattr(self, attribute, answer[0])
@@ -87,7 +87,7 @@ class Item:
 
 
 def _ask(items):
-    """Asks about many items at once: a program that is busy drawing answers between two frames."""
+    """Asks about many items at once, because a program that draws answers only between two frames."""
     waiting = 0
 
     def on_reply(bus, result, keep):

@@ -18,7 +18,7 @@ LANGUAGES = {"cn": 0, "en": 1}
 START_TIMEOUT_S = 60
 EXIT_TIMEOUT_S = 20
 
-# What no line of the program's console may look like.
+# Pattern of lines that must not appear on the program's console.
 FAULT_PATTERN = re.compile(
     r"qrc:/|\.qml:\d+|file://\S+\.qml|QML\b.*:|binding loop|TypeError|ReferenceError|QObject::|QPainter::"
     r"|ASSERT|qt\.qpa|wayland|Cannot (assign|read|open)|is not a type|Sanitizer|runtime error:", re.IGNORECASE)
@@ -51,7 +51,7 @@ class Home:
         return {group: dict(parser[group]) for group in parser.sections()}
 
     def write_settings(self, values):
-        """Writes a settings file: {group: {key: value}}."""
+        """Writes a settings file from {group: {key: value}}."""
         self.data.mkdir(parents=True, exist_ok=True)
         lines = []
         for group, entries in values.items():
@@ -61,7 +61,7 @@ class Home:
 
 
 class Application(Managed):
-    """One run of the program, which leaves nothing behind."""
+    """One run of the program. No process or file of it remains."""
 
     def __init__(self, desktop, home, build, scenario="bench", env=None, commands=()):
         self.desktop = desktop
@@ -106,7 +106,7 @@ class Application(Managed):
 
     @property
     def pid(self):
-        """The process id of the program itself, the virtual instrument's child; None once it ended."""
+        """The process id of the program, the virtual instrument's child; None after its end."""
         children = pathlib.Path(f"/proc/{self.process.pid}/task/{self.process.pid}/children")
         try:
             return next((int(pid) for pid in children.read_text(encoding="ascii").split()), None)
@@ -125,7 +125,7 @@ class Application(Managed):
         self.process.wait(EXIT_TIMEOUT_S)
 
     def wait_exit(self):
-        """Waits for the program to end by itself; its exit code."""
+        """Waits for the program to end by itself. Returns its exit code."""
         return self.process.wait(EXIT_TIMEOUT_S)
 
     def console(self):
@@ -133,7 +133,7 @@ class Application(Managed):
         return self._console.read_text(encoding="utf-8", errors="replace")
 
     def console_faults(self):
-        """The lines of the console that tell of a fault in the interface."""
+        """The lines of the console that report a fault of the interface."""
         return [line for line in self.console().splitlines() if FAULT_PATTERN.search(line)]
 
     # The window's content.
@@ -163,7 +163,7 @@ class Application(Managed):
         wait_for(lambda: self.find(name, role) is None, lambda: f"{name} goes", timeout_s)
 
     def click_item(self, name, role=None, button=1):
-        """Clicks the middle of an item with the mouse, waiting for it to show and to stay where it is."""
+        """Clicks the middle of an item with the mouse after it is shown and no longer moves."""
         places = []
 
         def settled():

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Base of the system tests: a desktop per class, a home folder per start, and what must hold after each."""
+"""Base of the system tests: a desktop per class, a home folder per start, and the checks after each test."""
 
 import os
 import pathlib
@@ -24,13 +24,13 @@ def default_settings():
 
 
 def build_folder():
-    """Where the program and the virtual instrument are."""
+    """Places of the program and the virtual instrument."""
     root = pathlib.Path(__file__).resolve().parents[3]
     return pathlib.Path(os.environ.get(BUILD_VARIABLE, root / "build/dev"))
 
 
 def drop_privileges():
-    """Makes this process an ordinary user, whom file permissions bind; why that fails, or None."""
+    """Makes this process an ordinary user with normal file permissions. Returns the reason of a failure, or None."""
     if os.getuid() != 0:
         return None
     if not (build_folder() / "quorvel").exists():
@@ -76,19 +76,19 @@ class SystemTestCase(unittest.TestCase):
 
     @staticmethod
     def make_home(owner):
-        """A home folder that goes with the test or test class given."""
+        """A home folder that is removed with the given test or test class."""
         folder = tempfile.mkdtemp(prefix="quorvel-")
         register = owner.addClassCleanup if isinstance(owner, type) else owner.addCleanup
         register(shutil.rmtree, folder, ignore_errors=True)
         return Home(folder)
 
     def start(self, home=None, settings=None, **options):
-        """Starts the program and waits for its window; it ends with the test."""
+        """Starts the program and waits for its window. The program ends with the test."""
         if home is None:
             home = self.make_home(self)
             home.write_settings(default_settings() if settings is None else settings)
         app = Application(self.desktop, home, build_folder(), **options)
-        # In this order backwards: the picture shows the window, the check finds the program ended.
+        # These run in reverse order: the picture shows the window, and the check comes after the program's end.
         self.addCleanup(self.check_clean, app)
         self.addCleanup(app.stop)
         self.addCleanup(self.keep_picture, app)
@@ -96,7 +96,7 @@ class SystemTestCase(unittest.TestCase):
         return app
 
     def check_clean(self, app):
-        """What must hold after every run: nothing on the console, nobody left."""
+        """Checks after every run: nothing on the console, and no process remains."""
         self.assertEqual(app.console_faults(), [], "the console tells of faults")
         self.assertEqual(processes_of(app.home), [], "processes were left behind")
 
@@ -119,7 +119,7 @@ class SystemTestCase(unittest.TestCase):
 
 
 class SharedApplicationTestCase(SystemTestCase):
-    """Tests that share one running program and leave it as they found it."""
+    """Tests that share one running program and restore its state."""
 
     settings = None
     scenario = "bench"
@@ -137,7 +137,7 @@ class SharedApplicationTestCase(SystemTestCase):
 
     def tearDown(self):
         self.keep_picture(self.app)
-        # Whatever the test did to the instrument, also when it failed half-way.
+        # Restores the instrument, also after a test that failed half-way.
         if self.instrument.status()["plugged"] == "0":
             self.instrument.do("replug")
         for command in ("auto all", "rate 20", "burst 1"):

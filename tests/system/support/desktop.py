@@ -11,19 +11,19 @@ from .waiting import wait_for
 
 REQUIRED_PROGRAMS = ("Xvfb", "openbox", "dbus-daemon", "xdotool", "xprop", "xwininfo", "import", "convert")
 STOP_TIMEOUT_S = 5
-# The pace of a hand on the mouse: between press and first move, between two moves, and of a click.
+# Times of a hand on the mouse: between press and first move, between two moves, and of a click.
 HAND_PAUSE_S = 0.1
 HAND_STEP_S = 0.02
 HAND_CLICK_S = 0.05
 
 
 def missing_programs(names=REQUIRED_PROGRAMS):
-    """Those of the programs that are not installed; by default, of what a Desktop needs."""
+    """Returns the programs that are not installed; by default of those that a Desktop needs."""
     return [name for name in names if shutil.which(name) is None]
 
 
 def stop_process(process):
-    """Ends a process that this program started, by force when it does not end by itself."""
+    """Ends a process that this program started. Kills it when it does not end by itself."""
     if process is None or process.poll() is not None:
         return
     process.terminate()
@@ -35,7 +35,7 @@ def stop_process(process):
 
 
 class Managed:
-    """What start() starts and stop() ends, for a with statement."""
+    """Base of objects with start() and stop(), for a with statement."""
 
     def __enter__(self):
         try:
@@ -89,7 +89,7 @@ class Desktop(Managed):
         return process
 
     def _start_reporting(self, command):
-        """Starts a program that reports one line on the descriptor given as {fd}; that line."""
+        """Starts a program that writes one line to the descriptor given as {fd}. Returns that line."""
         reader, writer = os.pipe()
         try:
             self._spawn([word.format(fd=writer) for word in command], pass_fds=(writer,))
@@ -106,7 +106,7 @@ class Desktop(Managed):
             stop_process(self._processes.pop())
 
     def output(self, *command):
-        """What a program prints on standard output, run on this display."""
+        """Runs a program on this display and returns its standard output."""
         result = subprocess.run(command, env=self.env, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                                 text=True, check=False)
         return result.stdout
@@ -119,7 +119,7 @@ class Desktop(Managed):
 
     @property
     def idle_place(self):
-        """Where the mouse is over nothing that reacts to it: the lower right corner of the screen."""
+        """The lower right corner of the screen, where nothing reacts to the mouse."""
         return self.size[0] - 1, self.size[1] - 1
 
     def move(self, x, y):
@@ -139,7 +139,7 @@ class Desktop(Managed):
         self.xdotool("mousemove", round(x), round(y), "click", "--repeat", 2, "--delay", 60, 1)
 
     def drag(self, start, end, steps=8, button=1):
-        """Presses at start, moves to end in small steps at a hand's pace and releases."""
+        """Presses at start, moves to end in small steps like a hand, and releases."""
         chain = ["mousemove", *map(round, start), "mousedown", button, "sleep", HAND_PAUSE_S]
         for step in range(1, steps + 1):
             chain += ["mousemove", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)),

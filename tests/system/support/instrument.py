@@ -15,7 +15,7 @@ class InstrumentError(AssertionError):
 
 
 class Instrument:
-    """Commands to the virtual instrument, and what it saw of the host."""
+    """Commands to the virtual instrument, and the packets that it got from the host."""
 
     def __init__(self, control_path, trace_path):
         self._trace = pathlib.Path(trace_path)
@@ -36,7 +36,7 @@ class Instrument:
         self._socket.close()
 
     def do(self, command):
-        """Does one command; what follows "ok" in the reply."""
+        """Sends one command. Returns the reply after "ok"."""
         self._stream.write(command + "\n")
         self._stream.flush()
         reply = self._stream.readline().strip()

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What surrounds the program beside the instrument: the local server, the flash tool, the desktop's opener."""
+"""The program's surroundings except the instrument: the local server, the flash tool, the desktop's opener."""
 
 import pathlib
 import subprocess
@@ -30,7 +30,7 @@ class LocalServer:
         stop_process(self.process)
 
     def do(self, command):
-        """Gives one command, for example "fault /download/* slow"; one that is not understood raises."""
+        """Sends one command, for example "fault /download/* slow". Raises when the server refuses it."""
         request = urllib.request.Request(f"{self.api}/control", data=command.encode())
         with urllib.request.urlopen(request) as reply:
             return reply.read().decode()
@@ -49,16 +49,16 @@ class FlashTool:
         self._folder = pathlib.Path(build) / "tools/flash-stand-in"
 
     def environment(self, path):
-        """For the program: the tool first on the given PATH."""
+        """The environment for the program, with the tool first on the given PATH."""
         return {"PATH": f"{self._folder}:{path}", "QUORVEL_FLASH_IMAGE": str(self.image),
                 "QUORVEL_FLASH_CONTROL": str(self._control)}
 
     def play(self, **values):
-        """How it behaves from its next start on, for example SPEED=0, FAIL_AT=50."""
+        """Sets the behaviour from its next start, for example SPEED=0, FAIL_AT=50."""
         self._control.write_text("".join(f"QUORVEL_FLASH_{name}={value}\n" for name, value in values.items()))
 
     def content(self, address, size):
-        """What the flash holds; nothing before the first write."""
+        """The content of the flash; empty before the first write."""
         if not self.image.exists():
             return b""
         with open(self.image, "rb") as image:
@@ -67,7 +67,7 @@ class FlashTool:
 
 
 class Opener:
-    """A script in the place of the desktop's opener that notes what it is given."""
+    """A script that replaces the desktop's opener and records its arguments."""
 
     def __init__(self, home):
         self.folder = home.path / "bin"

@@ -12,7 +12,7 @@ class NotReached(AssertionError):
 
 
 def wait_for(condition, what, timeout_s=DEFAULT_TIMEOUT_S):
-    """Polls condition() until it returns something true, and returns that; NotReached when it never does."""
+    """Polls condition() until it returns a true value, and returns that value. Raises NotReached at the time limit."""
     deadline = time.monotonic() + timeout_s
     while True:
         result = condition()
@@ -24,7 +24,7 @@ def wait_for(condition, what, timeout_s=DEFAULT_TIMEOUT_S):
 
 
 def stays(condition, seconds):
-    """Whether condition() holds at every poll for the given time; for what must not happen."""
+    """Returns whether condition() is true at every poll for the given time. For events that must not happen."""
     deadline = time.monotonic() + seconds
     while time.monotonic() < deadline:
         if not condition():

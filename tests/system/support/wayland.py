@@ -24,7 +24,7 @@ CURSOR = re.compile(r"wl_pointer-cursor[^\n]*\n\s+position: \((?P<x>-?\d+), (?P<
 
 
 class WaylandDesktop(Desktop):
-    """Weston on Xvfb. Its mouse is that of the X display; it is asked for the places of the windows.
+    """Weston on Xvfb. Its mouse is that of the X display. Weston reports the places of the windows.
 
     Windows are named by their titles. Under Wayland a program does not know where its window is: the places that
     it gives to assistive technology are those on the screen only while the window is maximised.
@@ -57,7 +57,7 @@ class WaylandDesktop(Desktop):
         self._folder.cleanup()
 
     def _mouse_in_corner(self):
-        """Moves the mouse to the upper left corner, and whether Weston's is there too: it adds up movements only."""
+        """Moves the mouse to the upper left corner. Returns whether Weston's is there too: it only adds up movements."""
         self.xdotool("mousemove", self.size[0] - 1, self.size[1] - 1, "mousemove", 0, 0)
         match = CURSOR.search(self._scene())
         return match and int(match["x"]) <= 0 and int(match["y"]) <= 0
@@ -84,5 +84,5 @@ class WaylandDesktop(Desktop):
         return self.geometry(window) == (0, 0, *self.size)
 
     def program_id(self, window):
-        """The name by which the desktop finds the icon of the window's program."""
+        """The name with which the desktop finds the icon of the window's program."""
         return next((match["program"] for match in self._top_levels(window)), None)

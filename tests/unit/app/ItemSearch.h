@@ -3,7 +3,7 @@
 
 #include <QQuickItem>
 
-/// The first item of the tree that has a property of that name.
+/// Returns the first item of the tree that has a property of that name.
 inline QQuickItem* itemWith(QQuickItem* root, const char* property)
 {
     if (root->property(property).isValid())

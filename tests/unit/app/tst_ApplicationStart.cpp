@@ -36,7 +36,7 @@ void say(const QByteArray& line)
         log.write(line + '\n');
 }
 
-/// What main() does, with a restart as soon as the event loop runs.
+/// Does the same as main(), and restarts as soon as the event loop runs.
 int playInstance(int argc, char** argv)
 {
     const bool restarted = qEnvironmentVariableIsSet(cRestartVariable);
@@ -50,14 +50,14 @@ int playInstance(int argc, char** argv)
     GenControlQmlGlobal globals(&app, app.toolbox());
     QTimer::singleShot(0, &globals, &GenControlQmlGlobal::restartApp);
     const int exitCode = QCoreApplication::exec();
-    // The slow end of an instance with work to finish.
+    // Plays the slow end of an instance that has to finish its work.
     return QTest::qWaitFor(
                [] { return test::contentOf(qEnvironmentVariable(cLogVariable)).count("started") == 2; })
                ? exitCode
                : 1;
 }
 
-/// The result of a claim by this program, run as another user.
+/// Returns the result of a claim by this program, run as another user.
 QByteArray claimAs(uint user, const QString& temporaryFolder)
 {
     QProcess process;
@@ -73,7 +73,7 @@ QByteArray claimAs(uint user, const QString& temporaryFolder)
     return test::contentOf(environment.value(cLogVariable)).split('\n').value(1);
 }
 
-/// The message that is shown, or null.
+/// Returns the shown message, or null.
 QMessageBox* messageBox()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(instance.claim(), SingleInstance::Claim::AnotherRuns);
     }
 
-    /// Anybody may have made the folder below /tmp before.
+    /// Another user may have made the folder below /tmp before.
     void folderThatOthersMayWriteIsRefused()
     {
         qunsetenv("XDG_RUNTIME_DIR");
@@ -218,7 +218,7 @@ private Q_SLOTS:
         messageBox()->accept();
     }
 
-    /// Runs last: a message ends the program.
+    /// Runs last, because a message ends the program.
     void missingInterfaceIsSaid()
     {
         expectWarning("main.qml|failed to load component|quorvel-icon|propagateSizeHints");

@@ -12,7 +12,7 @@ class GenApplicationTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    /// Runs first: nothing is stored yet.
+    /// Runs first, while nothing is stored.
     void startsInChinese()
     {
         QCOMPARE(genApp()->currentLanguage(), int(GenApplication::Chinese));
@@ -67,14 +67,14 @@ private Q_SLOTS:
         QTEST(genApp()->toolbox()->byteArrayToHexString(bytes), "text");
     }
 
-    /// Runs last: nothing of the application's core is left afterwards.
+    /// Runs last, because it deletes the application's core.
     void shutsDownOnceOnly()
     {
         genApp()->shutdown();
         QVERIFY(genApp()->toolbox() == nullptr);
         QVERIFY(genApp()->rootWindow() == nullptr);
         genApp()->shutdown();
-        // Without a settings store the language lives in memory.
+        // Without a settings store the language is kept in memory.
         QVERIFY(genApp()->setLanguage(GenApplication::English));
         QCOMPARE(genApp()->currentLanguage(), int(GenApplication::English));
     }

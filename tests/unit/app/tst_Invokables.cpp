@@ -33,14 +33,15 @@ constexpr int cLoadTimeoutMs = 20000;
 
 } // namespace
 
-/// Whatever the interface may call returns before anything else happens: page, language and connection change
-/// and the window closes while the work goes on, and never while the call is on the stack.
+/// Every method that the interface may call returns before anything else happens. Page, language and
+/// connection change and the window closes while the work continues, but never while the call is on the
+/// stack.
 class InvokablesTest : public TestCase
 {
     Q_OBJECT
 
 private:
-    /// Every object that the interface can reach.
+    /// Returns every object that the interface can reach.
     QList<QObject*> objects() const
     {
         const GenToolbox* toolbox = genApp()->toolbox();
@@ -64,7 +65,7 @@ private:
     QQuickItem* page() const { return m_stack->property("currentPage").value<QQuickItem*>(); }
 
 public:
-    /// Calls the method of the present row; from within a handler of the page.
+    /// Calls the method of the current row from a handler of the page.
     Q_INVOKABLE void call()
     {
         std::array<QVariant, 6> values;
@@ -162,7 +163,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_disturbed);
         QVERIFY(!m_disturbedDuringTheCall);
         QTRY_VERIFY_WITH_TIMEOUT(page() && page() != before, cLoadTimeoutMs);
-        // The work of the longest one goes on.
+        // The longest call still works.
         if (m_method.name() == "startUpgrade")
             QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_scripts.path("writes")), cLoadTimeoutMs);
     }

@@ -33,10 +33,10 @@ constexpr int cSwitches = 200;
 constexpr qint64 cHighestAllocatedKb = 128;
 constexpr qint64 cHighestResidentKb = 1024;
 constexpr int cMultimeterSwitches = 20;
-/// On this port of the machine nobody answers, whatever else runs here.
+/// No program answers on this port.
 constexpr int cClosedPort = 9;
 
-// The sanitizers keep freed memory for a while, so that its growth tells nothing.
+// The sanitizers keep freed memory for a while, so memory growth is not measured with them.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool cMemoryTells = false;
 #else
@@ -50,7 +50,7 @@ std::optional<test::ProcessMemory> usedMemory(QQmlEngine& engine)
     return test::processMemory();
 }
 
-/// Everything that the items of the tree say, in their order.
+/// Returns all texts of the items of the tree, in order.
 QStringList textsBelow(QQuickItem* root)
 {
     QStringList texts;
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(m_stack && m_column);
     }
 
-    /// Larger than a window is by itself.
+    /// Larger than the default size of a window.
     void windowKeepsItsSize()
     {
         const QSize size = m_window->screen()->size() - QSize(10, 10);
@@ -135,7 +135,7 @@ private Q_SLOTS:
         for (int count = 1; count <= cSwitches; ++count) {
             QVERIFY(switchLanguage());
             const auto language = size_t(genApp()->currentLanguage());
-            // What the page and the list of pages said when they were in this language first.
+            // Texts of the page and of the list of pages when this language was shown first.
             const QStringList said = textsBelow(page) + textsBelow(m_column);
             if (texts.at(language).isEmpty())
                 texts.at(language) = said;
@@ -205,7 +205,7 @@ private Q_SLOTS:
 private:
     QQuickItem* currentPage() const { return m_stack->property("currentPage").value<QQuickItem*>(); }
 
-    /// Turns to the page as a click does; null when it does not load.
+    /// Opens the page like a click. Returns null when it does not load.
     QQuickItem* open(int index)
     {
         QMetaObject::invokeMethod(m_column, "selectIndex", Q_ARG(QVariant, index), Q_ARG(QVariant, true));
@@ -218,7 +218,7 @@ private:
         return QTest::qWaitFor(shown, cLoadTimeoutMs) ? currentPage() : nullptr;
     }
 
-    /// Changes to the other language; true once the window was drawn in it.
+    /// Changes to the other language. Returns true when the window was drawn in it.
     bool switchLanguage()
     {
         QSignalSpy frames(m_window, &QQuickWindow::frameSwapped);

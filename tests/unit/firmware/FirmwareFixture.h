@@ -25,7 +25,7 @@ public:
     Q_DISABLE_COPY(FirmwareFixture)
 
     static QString cacheFolder();
-    /// Names of everything in the firmware cache.
+    /// Returns the names of all files in the firmware cache.
     static QStringList cached();
     /// Puts a program there that never ends; the file that holds its process id while it runs.
     QString addHanging(const QString& name) const;
@@ -34,10 +34,10 @@ public:
     /// address in $3. A run beside another one leaves the file "clash"; with a file "slow" every run takes a
     /// while.
     void addFlashTool(const QByteArray& atWrite = "when never exit 1") const;
-    /// How often the flash tool was called with \a command.
+    /// Returns the number of calls of the flash tool with \a command.
     int toolCalls(const QString& command) const;
 
-    /// Today's log without the time stamps.
+    /// Returns today's log without the time stamps.
     QStringList logLines() const;
     bool logHas(const QString& text) const { return logLines().contains(text); }
     int logged(const QString& text) const { return logLines().count(text); }
@@ -49,7 +49,7 @@ public:
     BootModeServices bootMode;
 };
 
-/// Base of tests with a new fixture for each of them.
+/// Base of tests. Each test gets a new fixture.
 class FirmwareTestCase : public TestCase
 {
     Q_OBJECT
@@ -70,5 +70,5 @@ protected Q_SLOTS:
     }
 };
 
-/// A catalogue document with one type.
+/// Returns a catalogue document with one type.
 QByteArray catalogueOf(const QString& type, const QStringList& urls, const QStringList& names);

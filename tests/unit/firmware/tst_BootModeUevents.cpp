@@ -15,7 +15,7 @@ const QByteArray cInstrument("0483 5750");
 
 } // namespace
 
-/// The real udev code on a mock device tree: this program runs under umockdev's wrapper.
+/// Tests the real udev code on a mock device tree. This program runs under umockdev's wrapper.
 class BootModeUeventsTest : public FirmwareTestCase
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ private:
     void plug(const QByteArray& name, const QByteArray& device)
     {
         const QList<QByteArray> ids = device.split(' ');
-        // Without leading zeros, as the kernel writes it.
+        // The kernel writes the numbers without leading zeros.
         const auto hex = [](const QByteArray& id) { return QByteArray::number(id.toInt(nullptr, 16), 16); };
         const QByteArray text = "P: /devices/usb1/" + name + "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\n" +
                                 "E: PRODUCT=" + hex(ids.at(0)) + '/' + hex(ids.at(1)) + "/2b3\n" +
@@ -49,7 +49,7 @@ private:
 
     std::unique_ptr<BootModeWatch> m_watch;
 
-    /// A watch with this platform's own look at the bus.
+    /// A watch with this platform's own search on the bus.
     BootModeWatch& start()
     {
         m_fixture->bootMode.findUsbDevice = platform::findUsbDevice;
@@ -84,7 +84,7 @@ private Q_SLOTS:
             unplug(name);
     }
 
-    /// A bad contact: whatever the burst looked like, the state at its end is the true one.
+    /// A bad contact causes a burst of changes. The state after it is correct.
     void burst_data()
     {
         const test::Table<bool> table("pluggedAtTheEnd");
@@ -122,7 +122,7 @@ private Q_SLOTS:
         plug("1-1", cInstrument);
         QTRY_COMPARE(changes, QStringList{"8000 0483 5750"});
         plug("1-2", cBootMode);
-        // The kernel reports the removal before the device has left the tree.
+        // The kernel reports the removal before the device is removed from the tree.
         umockdev_testbed_uevent(m_testbed, "/sys/devices/usb1/1-2", "remove");
         QTRY_COMPARE(changes.mid(1), (QStringList{"8000 1F3A EFE8", "8004 1F3A EFE8"}));
     }

@@ -56,7 +56,7 @@ private Q_SLOTS:
         const QSignalSpy usb(&watch, &BootModeWatch::usbConnectedChanged);
         const QSignalSpy fel(&watch, &BootModeWatch::felReadyChanged);
         watch.start();
-        // The first check emits both signals, whatever it finds.
+        // The first check always emits both signals.
         QTRY_COMPARE(fel.count(), 1);
         QCOMPARE(usb.count(), 1);
         QCOMPARE(watch.usbConnected(), present);
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(looks.load(), 2);
     }
 
-    /// The system names the controller that left while its list of devices still has it.
+    /// The system reports the removal of the controller while its list still contains it.
     void removalCountsBeforeTheList()
     {
         m_fixture->addFlashTool();
@@ -117,7 +117,7 @@ private Q_SLOTS:
         watch.requestCheck(false);
         QTRY_VERIFY(watch.felReady());
         const QSignalSpy usb(&watch, &BootModeWatch::usbConnectedChanged);
-        // A check is under way that has seen it.
+        // A running check has already seen the controller.
         watch.requestCheck(false);
         QTRY_COMPARE(looks.load(), 2);
         watch.onDeviceChanges({{platform::cDeviceRemoveComplete, "1F3A", "EFE8"}});
@@ -126,7 +126,7 @@ private Q_SLOTS:
         proceed.release(2);
         QTRY_COMPARE(m_fixture->logLines().filter("completed: usbConnected=0").size(), 2);
         QCOMPARE(usb.count(), 1);
-        // Pulled and plugged in within one burst, it is there.
+        // Removed and added within one burst, the controller is present.
         listed = true;
         proceed.release(2);
         watch.onDeviceChanges({{platform::cDeviceRemoveComplete, "1F3A", "EFE8"},

@@ -16,7 +16,7 @@ class DriverJobTest : public FirmwareTestCase
 private:
     const QString m_workingFolder = QDir::currentPath();
 
-    /// Makes a folder with a driver script the working folder; the path of the script.
+    /// Makes a folder with a driver script the working folder. Returns the path of the script.
     QString addScript(bool install) const
     {
         const QDir folder(m_fixture->scripts.path("it's"));
@@ -90,7 +90,7 @@ private Q_SLOTS:
         const QString app = folder.filePath("app");
         const QString working = folder.filePath("cwd");
         QCOMPARE(find(app, working), QString());
-        // The least important place first: each further one takes over.
+        // The places have rising priority: each new one is used instead of the earlier ones.
         for (const QString& place : places) {
             const QString path = folder.filePath(place);
             QVERIFY(folder.mkpath(QFileInfo(path).path()));
@@ -123,14 +123,14 @@ private Q_SLOTS:
         const auto outcome = [&finished](int index) {
             return finished.value(index).value(1).value<DriverJobOutcome>();
         };
-        // Without its script a job cannot begin.
+        // A job cannot start without its script.
         runner.start(DriverJob::Install);
         QCOMPARE(outcome(0).end, DriverJobOutcome::End::FilesMissing);
         QCOMPARE(busy.count(), 0);
         const QString script = addScript(install);
         runner.start(install ? DriverJob::Install : DriverJob::Uninstall);
         QVERIFY(runner.isBusy());
-        // Another one does nothing meanwhile.
+        // A second job does nothing while the first one runs.
         runner.start(DriverJob::Install);
         QTRY_COMPARE(finished.count(), 2);
         QTEST(outcome(1).ok(), "ok");

@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTEST(parsed.bootFileName, "boot");
     }
 
-    /// Whatever a hostile server calls its files, the name stays inside the cache folder.
+    /// A file name from a hostile server cannot leave the cache folder.
     void fileNames_data()
     {
         const test::Table<QString, QString, bool> table("url", "name", "plain");

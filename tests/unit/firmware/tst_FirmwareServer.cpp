@@ -32,7 +32,7 @@ private:
 
     void answerWith(const Reply& reply) { m_fixture->server.setReply(cListPath, reply); }
 
-    /// Status checks that have ended so far, by their log lines.
+    /// Returns the number of finished status checks, from their log lines.
     QStringList checks() const { return m_fixture->logLines().filter("requestServerStatus finished."); }
 
 private Q_SLOTS:
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QVERIFY(signedRequest);
     }
 
-    /// A server that is slow, lies or never answers: each check ends in time, and the state follows.
+    /// The server is slow, wrong or silent. Each check ends in time, and the state is correct.
     void faults_data()
     {
         const test::Table<Reply> table("bad");
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QTRY_COMPARE(lists.count(), 1);
         QCOMPARE(server.catalogue().types, QStringList());
 
-        // Back again: the state within one period, and the list that failed meanwhile comes along.
+        // The server is back. Within one period the state changes and the missing list is loaded.
         answerWith(good);
         QTRY_VERIFY(server.isConnected());
         QTRY_COMPARE(server.catalogue().types, QStringList{"F1"});
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QTRY_COMPARE(server.catalogue().types, (QStringList{"A", "B", "A"}));
         QSignalSpy lists(&server, &FirmwareServer::catalogueChanged);
 
-        // An address of its own; a redirect is the answer itself; a page of an error is none.
+        // The check uses the address of its server. A redirect counts as an answer, an error page does not.
         Reply other = Reply::of(catalogueOf("C", {}, {}));
         m_fixture->server.setReply("/other", other);
         server.requestCatalogue(m_fixture->server.url("/other"));

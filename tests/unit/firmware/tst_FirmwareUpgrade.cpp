@@ -13,7 +13,7 @@ using Reply = HttpFaultServer::Reply;
 
 namespace {
 
-/// Several processes start in a run, on machines that have other things to do.
+/// A run starts several processes, which takes long on a loaded machine.
 constexpr int cPatienceMs = 30000;
 const QStringList cNames{"boot.bin", "logo.bin", "f1c100s.bin"};
 
@@ -72,7 +72,7 @@ private:
         m_upgrade->start(type, FirmwareCatalogue::fromJson(catalogueOf("F1", files, names)));
     }
 
-    /// Waits for the one end of the upgrade; another one could start then.
+    /// Waits for the end of the upgrade. Another upgrade can start then.
     void waitForEnd(bool ok)
     {
         QTRY_COMPARE_WITH_TIMEOUT(m_ends, QList<bool>{ok}, cPatienceMs);
@@ -114,7 +114,7 @@ private Q_SLOTS:
     void wholeUpgrade()
     {
         QVERIFY(QDir().mkpath(FirmwareFixture::cacheFolder()));
-        // An older image, and what is left of a download whose process was killed.
+        // An older image, and the rest of a download whose process was killed.
         for (const char* old : {"/old.bin", "/boot.bin.Ab1xYz"})
             QVERIFY(test::writeFile(FirmwareFixture::cacheFolder() + old, "old"));
         start(urls());
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(writes(), 0);
         QVERIFY(
             m_messages.last().startsWith("Failed to save firmware file: " + FirmwareFixture::cacheFolder()));
-        // Nothing is left of the broken file, under no name.
+        // The broken file is gone, and so is its temporary file.
         QStringList left = FirmwareFixture::cached();
         if (folderInTheWay)
             left.removeOne("logo.bin");
@@ -237,14 +237,14 @@ private Q_SLOTS:
         QVERIFY(!toolRuns());
     }
 
-    /// What the catalogue names is written, and nothing else that happens to be there.
+    /// Only files that the catalogue names are written.
     void imageIsMissing_data()
     {
         const test::Table<QStringList, int, QString, int> table("names", "files", "message", "attempts");
         table.row("not in the catalogue", cNames, 2, "Firmware file missing: %1/f1c100s.bin", 2);
         table.row("boot name outside the cache", QStringList{"../../../boot.bin", cNames.at(1), cNames.at(2)},
                   3, "Firmware file missing: %1/../../../boot.bin", 0);
-        // The tool is then given the folder, writes nothing and ends with 0.
+        // The tool then gets the folder, writes nothing and ends with 0.
         table.row("no boot name", QStringList{"b.bin", cNames.at(1), cNames.at(2)}, 3, "Upgrade failed.", 1);
     }
 
@@ -254,7 +254,7 @@ private Q_SLOTS:
         QFETCH(int, files);
         QFETCH(QString, message);
         m_fixture->addFlashTool("folder 4 exit 0");
-        // Left by an earlier upgrade, and the cache cannot get rid of it.
+        // A file of an earlier upgrade that cannot be deleted.
         QVERIFY(files == 3 || QDir().mkpath(FirmwareFixture::cacheFolder() + "/f1c100s.bin"));
         start(urls().mid(0, files), names.mid(0, files));
         waitForEnd(false);
@@ -274,7 +274,8 @@ private Q_SLOTS:
         QCOMPARE(m_messages.size(), 1);
         QVERIFY(m_fixture->logHas("startUpgrade aborted: firmware type not found. knownTypes=F1"));
         QCOMPARE(m_progress, (QList<int>{0, 0}));
-        // Neither keeps the next one out, which keeps out another one, from its first signal on.
+        // A failed upgrade does not block the next one. A running upgrade blocks others from its first
+        // signal.
         int refused = 0;
         connect(m_upgrade.get(), &FirmwareUpgrade::progress, this, [this, &refused] {
             ++refused;
@@ -287,7 +288,7 @@ private Q_SLOTS:
         QCOMPARE(writes(), 3);
     }
 
-    /// From the acceptance to the end, nobody else asks the controller, whatever happens on the bus.
+    /// From the acceptance to the end only the upgrade asks the controller, also after changes on the bus.
     void nobodyElseAsksTheController()
     {
         QVERIFY(test::writeFile(m_fixture->scripts.path("slow"), {}));
@@ -309,7 +310,8 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(asked(), 3, cPatienceMs);
     }
 
-    /// The cable is pulled while the tool hangs: the upgrade ends at once and not with the silence.
+    /// The cable is removed while the tool hangs. The upgrade ends at once and does not wait for the time
+    /// limit.
     void controllerLeavesWhileItIsWritten()
     {
         std::atomic_bool plugged{true};
@@ -320,7 +322,7 @@ private Q_SLOTS:
         m_fixture->addFlashTool("out \\r  6% [=  ]\nfree busy\nhang");
         start(urls());
         QTRY_VERIFY_WITH_TIMEOUT(!m_messages.filter("6%").isEmpty(), cPatienceMs);
-        // A change that has nothing to do with it ends nothing.
+        // A change of another device does not end the upgrade.
         m_watch->onDeviceChanges({{platform::cDeviceArrival, "0483", "5750"}});
         QTRY_VERIFY(m_fixture->logHas("requestConnectionStateRefresh completed: usbConnected=1 felReady=1"));
         QCOMPARE(m_upgrade->state(), FirmwareUpgrade::State::WritingBoot);
@@ -331,7 +333,7 @@ private Q_SLOTS:
         QCOMPARE(m_messages.last(), QStringLiteral("Upgrade failed."));
     }
 
-    /// The program closes in the middle: one end, nothing left running, nothing half-written.
+    /// The program closes during an upgrade. There is one end, no process runs, and no partial file remains.
     void stopping_data()
     {
         using State = FirmwareUpgrade::State;

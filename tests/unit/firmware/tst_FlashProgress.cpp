@@ -12,7 +12,7 @@ private Q_SLOTS:
     void percentages_data()
     {
         const test::Table<QString, int> table("output", "percent");
-        // As the tool prints them, with the carriage returns gone.
+        // Lines of the tool, without carriage returns.
         table.row("bar", " 12% [=====               ] 102.4 kB/s, ETA 00:31 ", 12);
         table.row("two updates in one piece", " 12% [=  ] 40.0 kB/s, ETA 00:31  40% [== ]", 12);
         table.row("end", "100% [====]   992 kB,  101.3 kB/s\n", 100);

@@ -5,7 +5,7 @@
 #include <QTranslator>
 #include <QtTest>
 
-/// What the compiled catalogues say at the places where a slip would show.
+/// Checks the compiled catalogues at the places where mistakes are likely.
 class TestCatalogues : public TestCase
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ private Q_SLOTS:
                   "例如：http://127.0.0.1");
         table.row("message box", "QObject", "An application is already running.", "", "应用程序已经在运行。");
         table.row("for assistive technology", "GenTitleBar", "Close", "", "关闭");
-        // Entries without a translation: the source text stays.
+        // Entries without a translation keep the source text.
         table.row("badge F", "ChargeData", "F", "", "F");
         table.row("badge S", "ChargeData", "S", "", "S");
         table.row("English manual", "SysSettings", "English Manual", "", "English Manual");

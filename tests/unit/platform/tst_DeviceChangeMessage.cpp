@@ -38,7 +38,7 @@ private Q_SLOTS:
 
     void foreignEventsAreNotRead()
     {
-        // One byte: reading a message from here is an error that the address sanitizer reports.
+        // The buffer has one byte: the address sanitizer reports a read of a whole message.
         const std::unique_ptr<char> foreign(new char(1));
         QVERIFY(!platform::deviceChangeCode("xcb_generic_event_t", foreign.get()));
         QVERIFY(!platform::deviceChangeCode("windows_generic_MSG", nullptr));

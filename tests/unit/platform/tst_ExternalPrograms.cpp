@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QtTest>
 
-/// Where the programs of others are found and what they are handed.
+/// Places and arguments of external programs.
 class ExternalProgramsTest : public TestCase
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ private Q_SLOTS:
         if (platform::flashToolPath().endsWith(QLatin1String(".exe")))
             QSKIP("On Windows the shipped tool is the only one.");
         const test::ScriptFolder scripts;
-        // Nothing but this folder on PATH, whatever the machine has installed.
+        // Only this folder is on PATH, so that installed programs are not found.
         qputenv("PATH", QFile::encodeName(scripts.path(QString())));
         const QString shipped =
             QCoreApplication::applicationDirPath() + QStringLiteral("/plugins/sunxi-tools/sunxi-fel");
@@ -30,7 +30,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(QFileInfo(shipped).path()));
         QVERIFY(QFile::copy(installed, shipped));
         QCOMPARE(platform::flashToolPath(), shipped);
-        // A note beside it is no tool.
+        // A text file is not a tool.
         QVERIFY(QFile::setPermissions(shipped, QFile::ReadOwner | QFile::WriteOwner));
         QCOMPARE(platform::flashToolPath(), installed);
         QVERIFY(QFile::remove(shipped));
@@ -46,7 +46,7 @@ private Q_SLOTS:
                      QList<QStringList>{{scripts.openerArgument(installer)}});
     }
 
-    /// A blank or a comma outside of the quotes would split the path, a switch inside of them is none.
+    /// A blank or a comma outside the quotes would split the path. A switch inside them would not work.
     void explorerGetsAQuotedPath()
     {
         const platform::ShellCommand open = platform::explorerCommand("C:/A User/x,%1.exe");

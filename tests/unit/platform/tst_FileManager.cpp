@@ -6,7 +6,7 @@
 #include <QDBusConnection>
 #include <QtTest>
 
-/// A file manager on the session bus that notes what it is asked to show.
+/// A file manager on the session bus that records the requests.
 class FakeFileManager : public QObject
 {
     Q_OBJECT
@@ -44,7 +44,7 @@ private Q_SLOTS:
         }
     }
 
-    // The last one: from here on the process has a session bus.
+    // This test runs last, because the process keeps its session bus from here on.
     void fileManagerOnTheBusShowsTheFile()
     {
         QProcess daemon;
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(asked.first().first().toStringList(),
                  QStringList{QStringLiteral("file://") + m_folder.filePath("a%20curve.json")});
 
-        // One that refuses is as good as none.
+        // A file manager that refuses counts as missing.
         bus.unregisterObject(objectPath);
         const test::ScriptFolder scripts;
         scripts.addRecorder("xdg-open");

@@ -36,7 +36,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir home;
         const QDir folder(home.path());
-        // An apostrophe, blanks and Chinese in every place where a name can be.
+        // Every name contains an apostrophe, blanks and Chinese characters.
         const QString logs = folder.filePath("O'Neil 日志");
         QVERIFY(folder.mkpath(logs + QStringLiteral("/older")));
         QVERIFY(test::writeFile(logs + QStringLiteral("/system_manager_20261123.log"),

@@ -61,7 +61,7 @@ private Q_SLOTS:
     void hangingProgramIsKilled()
     {
         const QString idFile = m_scripts.path("id");
-        // Deaf to a polite request.
+        // The program ignores the request to end.
         const ProcessOutcome outcome = run("deaf\nid id\nhang", 300);
         QCOMPARE(outcome.end, ProcessOutcome::End::TimedOut);
         QCOMPARE(outcome.exitCode, -1);
@@ -87,7 +87,7 @@ private Q_SLOTS:
         canceller.join();
         QCOMPARE(outcome.end, ProcessOutcome::End::Cancelled);
         QVERIFY(!test::processRuns(test::processIdIn(idFile)));
-        // Nothing is started any more.
+        // No program starts after that.
         request.program = m_scripts.path("missing");
         QCOMPARE(platform::runProcess(request).end, ProcessOutcome::End::Cancelled);
     }

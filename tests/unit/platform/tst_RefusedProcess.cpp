@@ -35,8 +35,8 @@ bool install(std::array<sock_filter, Size> filter)
            prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-/// From now on kill() only counts, as if every other process hung in the kernel. A fault would otherwise end
-/// every process of the user that runs the test.
+/// Makes kill() only count its calls, as if every process hung in the kernel. Without this a fault would end
+/// every process of the user who runs the test.
 bool ignoreKills()
 {
     return std::signal(SIGSYS, onSigsys) != SIG_ERR &&
@@ -48,8 +48,7 @@ bool ignoreKills()
            }});
 }
 
-/// From now on this process gets no child by clone() with a process descriptor, as at a user's limit of
-/// processes.
+/// Makes clone() with a process descriptor fail, as it does at the user's limit of processes.
 bool refuseProcesses()
 {
     return install<6>({{
@@ -75,7 +74,7 @@ private Q_SLOTS:
         QVERIFY(ignoreKills());
     }
 
-    /// A program that cannot be killed is not waited for beyond the grace, and reaped when it ends after all.
+    /// The wait for a program that cannot be killed ends after the grace. The program is reaped when it ends.
     static void unkillable()
     {
         const test::ScriptFolder scripts;
@@ -84,7 +83,7 @@ private Q_SLOTS:
         request.program = scripts.add("program", "id id\nuntil go");
         request.finishTimeoutMs = 1000;
         request.killGraceMs = 1;
-        // As in a pool: a thread without an event loop, which ends before the program does.
+        // Like a pool thread, this thread has no event loop and ends before the program.
         std::thread([&request] { platform::runProcess(request); }).join();
         const QString process = "/proc/" + QString::number(test::processIdIn(id));
         QVERIFY(killCalls > 0);

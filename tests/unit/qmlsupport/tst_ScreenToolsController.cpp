@@ -15,7 +15,7 @@ class ScreenToolsControllerTest : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    /// Flags are written as a text of the edges that are set.
+    /// The flags are a text of the edges that are set.
     void edgesNameOneBorder_data()
     {
         const test::Table<QString, int> table("flags", "command");

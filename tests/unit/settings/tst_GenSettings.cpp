@@ -41,7 +41,7 @@ constexpr int cFirstValue = 100;
 constexpr int cWrites = 30;
 const QByteArray cLastValue = QByteArray::number(cFirstValue + cWrites - 1);
 
-/// 0 when each value that was written is there afterwards.
+/// Returns 0 when every written value is in the file afterwards.
 int writeInTurn(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);

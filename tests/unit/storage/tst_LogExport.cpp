@@ -48,7 +48,7 @@ private Q_SLOTS:
         const QString archive =
             exportLogs(m_log, [this, before](const QString& folder, const QString& path,
                                              const platform::ProcessRun& run, int timeLimitMs) {
-                // Another thread logs and is not held up; no file is touched while it is read.
+                // Another thread logs and is not blocked. No file changes while it is read.
                 std::thread([this] { m_log.write("meanwhile"); }).join();
                 if (test::contentOf(m_log.filePath()) != before)
                     return platform::ArchiveOutcome();
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QVERIFY(QDir(folders::logs()).removeRecursively());
         QCOMPARE(exportLogs(m_log, platform::archiveFolder), QString());
         QCOMPARE(desktop(), QStringList{"Quorvel_logs.zip"});
-        // The line itself brings the folder back.
+        // Writing a line makes the folder again.
         QVERIFY(test::contentOf(m_log.filePath())
                     .contains("] exportLogsArchive aborted: sourceDir missing. path=" +
                               QFile::encodeName(folders::logsPath())));

@@ -18,7 +18,7 @@
 #include <atomic>
 #include <memory>
 
-/// What the facade adds to the objects behind it: the names that QML knows, the log, the end of everything.
+/// The parts that the facade adds to its objects: the names for QML, the log, and the end.
 class SystemManagerTest : public TestCase
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ private:
     SystemServices m_services;
     SystemTimings m_timings;
 
-    /// A manager in the toolbox, in the place of the toolbox's own one.
+    /// A manager in the toolbox that replaces the toolbox's own one.
     SystemManager& start()
     {
         auto* manager = new SystemManager(nullptr, m_toolbox.get(), m_toolbox->genSettings()->file(),
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(progress.count(), 1);
         QCOMPARE(progress.at(0).at(0).toInt(), 0);
 
-        // The switch acts at once; a missing folder comes back with the next line.
+        // The switch acts at once. The next line makes a missing folder again.
         m_toolbox->genSettings()->setValue("usbDebugEnabled", false, "sysSettings");
         QVERIFY(QDir(folders::logs()).removeRecursively());
         Q_EMIT manager.logMessage("unseen");
@@ -97,8 +97,7 @@ private Q_SLOTS:
         QCOMPARE(log().count('\n'), 1);
     }
 
-    /// The toolbox deletes the settings first. Everything is logged all the same, also from a check under
-    /// way.
+    /// The toolbox deletes the settings first. The log is still complete, also from a running check.
     void closingWithTheToolbox()
     {
         std::atomic_bool looking{false};
@@ -118,7 +117,7 @@ private Q_SLOTS:
         QVERIFY(text.endsWith("] Native event filter removed.\n"));
     }
 
-    /// The signals of an upgrade, here to a type without files, for which the tool writes nothing.
+    /// The signals of an upgrade to a type without files. The tool writes nothing.
     void upgrade()
     {
         m_scripts->add("sunxi-fel", "out AWUSBFEX\\n\nif 1 -p out \\r 50% [==  ] 1 kB/s");
@@ -151,7 +150,7 @@ private Q_SLOTS:
         QTRY_VERIFY(manager.usbConnected());
     }
 
-    /// The job's end has the text for the user; on this system there is none.
+    /// The job reports the text for the user that this system has no such driver.
     void driverJob()
     {
         SystemManager& manager = start();
@@ -162,7 +161,7 @@ private Q_SLOTS:
         manager.launchLegacyFelDriverInstaller();
     }
 
-    /// After the application's loop has ended, nothing starts.
+    /// Nothing starts after the application's event loop has ended.
     void quitting()
     {
         SystemManager& manager = start();

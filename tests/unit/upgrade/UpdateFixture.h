@@ -14,7 +14,7 @@
 
 #include <memory>
 
-/// Base of the tests of the update control: one for each test, with a real server on the loopback.
+/// Base of the tests of the update control. Each test gets a new control and a real server on the loopback.
 class UpdateTestCase : public TestCase
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ protected:
 
     static GenSettings* settings() { return genApp()->toolbox()->genSettings(); }
 
-    /// The server's answer to a version check that offers a package.
+    /// Returns the server's answer to a version check that offers a package.
     static Reply offer(const QString& version, const QString& url, const QString& sha256)
     {
         const QJsonObject data{{"need_update", true},
@@ -50,7 +50,7 @@ protected Q_SLOTS:
         settings()->setValue("serverHost", " 127.0.0.1// ", "sysSettings");
         settings()->setValue("apiPort", m_server->port(), "sysSettings");
         settings()->setValue("ignoredVersion", QString(), "upgrade");
-        // Without the automatic check: it would come in the middle of a test on a slow machine.
+        // The automatic check is off. On a slow machine it would come in the middle of a test.
         m_control = std::make_unique<CUpgradeControl>(settings()->file(), nullptr, -1);
         m_status = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::updateStatus);
         m_manual = std::make_unique<QSignalSpy>(m_control.get(), &CUpgradeControl::manualCheckFinished);

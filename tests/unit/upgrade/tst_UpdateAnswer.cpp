@@ -66,7 +66,7 @@ private Q_SLOTS:
                   true, true);
     }
 
-    /// Nothing but strings becomes text, and nothing at all without an offer.
+    /// Only strings become text. Without an offer every member is empty.
     void strangeBodies()
     {
         QFETCH(QByteArray, body);
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(question, (QJsonObject{{"version", "1.1.4"}, {"platform", "windows"}}));
     }
 
-    /// The block borders leave no trace, and unreadable files have no digest.
+    /// The size of the blocks does not change the digest. Unreadable files have no digest.
     void fileDigest()
     {
         const QTemporaryDir folder;

@@ -73,11 +73,11 @@ private Q_SLOTS:
         table.row("server error", text("{\"data\":{\"need_update\":true}}", 500));
         table.row("connection dropped", raw("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{"));
         table.row("no HTTP", raw(QByteArray(4096, '\x80') + "\r\n\r\n"));
-        // More than any answer needs: given up before it fills the memory.
+        // Larger than any answer: the check is aborted before the body fills the memory.
         table.row("huge", text(QByteArray(8 << 20, ' ')));
     }
 
-    /// Reported for a check of either kind, with its reason for a manual one.
+    /// Both kinds of check report the error. A manual check also reports the reason.
     void networkErrors()
     {
         QFETCH(Reply, reply);
@@ -90,14 +90,14 @@ private Q_SLOTS:
         m_control->checkUpdate(m_server->url(cCheckPath));
         QTRY_COMPARE(m_status->count(), 2);
         QCOMPARE(m_manual->count(), 1);
-        // Nor does anybody listen any more.
+        // The server has stopped listening.
         m_server->close();
         m_control->checkUpdateNow();
         QTRY_COMPARE(m_manual->count(), 2);
         QCOMPARE(m_status->count(), 3);
     }
 
-    /// Only a newer version that is not ignored shows by itself; the user's own check shows it anyway.
+    /// The automatic check offers only a newer version that is not ignored. A manual check offers it anyway.
     void automaticCheckAndIgnoredVersion()
     {
         const QString url = m_server->url(cCheckPath);
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_server->requests().size(), 3);
         QVERIFY(m_manual->first().at(0).toBool());
 
-        // A later version than the ignored one is news again.
+        // A later version than the ignored one is offered.
         m_server->setReply(cCheckPath, offer("1.3"));
         m_control->checkUpdate(url);
         QTRY_COMPARE(m_offered->count(), 2);
@@ -142,7 +142,7 @@ private Q_SLOTS:
         for (int i = 0; i < 20; ++i)
             m_control->checkUpdateNow();
         QTRY_COMPARE(m_manual->count(), 20);
-        // The control may go during one.
+        // The control may be deleted during a check.
         m_server->setReply(cCheckPath, Reply::of({}, [](Reply& reply) { reply.mute = true; }));
         m_control->checkUpdateNow();
         QTRY_COMPARE(m_server->requests().size(), 21);

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr int cPackageBytes = 100 * 4096;
-/// What is reported of a run, without the percentages.
+/// Statuses of a run, without the progress reports.
 const QList<int> cGood{CUpgradeControl::UPC_Start, CUpgradeControl::UPC_Finished,
                        CUpgradeControl::UPC_Finished};
 const QList<int> cRefused{CUpgradeControl::UPC_Start, CUpgradeControl::UPC_Finished,
@@ -124,7 +124,7 @@ private Q_SLOTS:
         row("no HTTP", right, [](Reply& reply) { reply.raw = QByteArray(3000, '\x90'); });
     }
 
-    /// Whatever the server does, what it sends can neither stay nor be started.
+    /// A bad package is deleted and cannot be started.
     void badPackages()
     {
         QFETCH(Reply, reply);
@@ -145,7 +145,7 @@ private Q_SLOTS:
         table.row("data", "data:application/octet-stream,abc");
     }
 
-    /// Even with the right hash of what a local address would give.
+    /// The hash is correct for the content that a local address would give.
     void badAddresses()
     {
         QFETCH(QString, url);
@@ -155,7 +155,7 @@ private Q_SLOTS:
         expectRefusedPackage();
     }
 
-    /// The transfer stands still at each percentage when the user cancels it.
+    /// The user cancels a transfer that has stopped at each percentage.
     void cancelAtEveryPercentage()
     {
         learnPackage(digestOf(package()));
@@ -164,7 +164,7 @@ private Q_SLOTS:
             m_server->setReply(cPackagePath, stalledAfter(bytes));
             m_status->clear();
             m_control->startUpdate({});
-            // The file lags behind by what its buffer holds.
+            // The last bytes may still be in the file's buffer.
             const bool arrived = QTest::qWaitFor([&] {
                 return m_server->requestCount(cPackagePath) == percent + 1 &&
                        QFileInfo(installerPath()).size() + cFileBufferBytes >= bytes;
@@ -178,7 +178,7 @@ private Q_SLOTS:
             QVERIFY(QFileInfo(installerPath()).size() == 0);
             m_server->dropConnections();
         }
-        // None of these stops is left over.
+        // An earlier stop does not end a new download.
         m_server->setReply(cPackagePath, packageReply());
         m_status->clear();
         m_control->startUpdate({});
@@ -195,7 +195,7 @@ private Q_SLOTS:
         m_server->setReply(cPackagePath, packageReply());
         m_control->stopUpdate();
         m_control->startUpdate({});
-        // What the first one still reports is not for who waits for the second.
+        // The last report of the first download does not belong to the second.
         QObject context;
         QList<bool> isCurrent;
         connect(m_control.get(), &CUpgradeControl::updateStatus, &context, [this, &isCurrent](int status) {
@@ -246,7 +246,7 @@ private Q_SLOTS:
         }
     }
 
-    /// A repeated transfer reports no status while it runs and starts its file anew.
+    /// A repeated transfer reports no status while it runs, and replaces its file.
     void repeatedTransfer()
     {
         m_server->setReply(cPackagePath, packageReply());
@@ -283,7 +283,7 @@ private Q_SLOTS:
         QCOMPARE(test::contentOf(installerPath()), package());
     }
 
-    /// A link under the installer's name leads the download nowhere.
+    /// The download does not follow a link under the installer's name.
     void linkInTheTemporaryFolder()
     {
         const QString victim = m_scripts->path("victim");
@@ -317,7 +317,7 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(installerPath()));
     }
 
-    /// The application goes at each moment of a download: nothing stays behind.
+    /// The application ends at any moment of a download. No file remains.
     void closingInTheMiddle()
     {
         m_server->setReply(cPackagePath, stalledAfter(50000));
@@ -336,7 +336,7 @@ private Q_SLOTS:
         }
     }
 
-    /// Left after its check, stopped before it, or still there at the exit: it does not stay.
+    /// A package is deleted when the user leaves after its check, stops before it, or exits.
     void packageThatIsNotStarted()
     {
         m_server->setReply(cPackagePath, packageReply());
@@ -370,25 +370,25 @@ private Q_SLOTS:
         learnPackage(digestOf(package()));
         m_control->startUpdate({});
         QTRY_COMPARE(reports().size(), 3);
-        // What is announced now is another download's.
+        // A later announcement does not change this package.
         learnPackage(digestOf("later"));
         QTimer::singleShot(0, m_control.get(), [this] { m_control->startInstall(); });
         QTimer::singleShot(20000, m_control.get(), [] { QCoreApplication::exit(1); });
         QCOMPARE(QCoreApplication::exec(), 0);
         QTRY_COMPARE(m_scripts->calls(test::ScriptFolder::opener()),
                      QList<QStringList>{{test::ScriptFolder::openerArgument(installerPath())}});
-        // It is the installer's file now.
+        // The installer uses the file now.
         m_control.reset();
         QVERIFY(QFile::exists(installerPath()));
     }
 
-    /// Nothing downloaded, cancelled, exchanged after its check, gone after its check: never started.
+    /// Nothing is started without a download, or when the package was changed or deleted after its check.
     void installRefusesEverythingElse()
     {
         m_control->startInstall();
         QCOMPARE(reports(), (QList<int>{CUpgradeControl::UPC_NetworkError}));
 
-        // Not even a file with the announced hash when it is not the download's own, and it is left alone.
+        // A foreign file with the announced hash is neither started nor deleted.
         expectWarning("is not the downloaded package");
         learnPackage(digestOf("foreign"));
         const QString foreign = m_scripts->path("foreign");
@@ -422,7 +422,7 @@ private Q_SLOTS:
 private:
     static Reply packageReply(const QByteArray& body = package()) { return Reply::of(body); }
 
-    /// The package's first bytes, and then nothing more.
+    /// Sends the package's first bytes and then nothing more.
     static Reply stalledAfter(qint64 bytes)
     {
         return Reply::of(package(), [bytes](Reply& reply) {
@@ -440,7 +440,7 @@ private:
 
     void learnPackage(const QString& sha256) { learnPackage(sha256, m_server->url(cPackagePath)); }
 
-    /// Lets the server announce a package with \a sha256 at \a url.
+    /// Makes the server announce a package with \a sha256 at \a url.
     void learnPackage(const QString& sha256, const QString& url)
     {
         m_server->setReply(cCheckPath, offer("2.0", url, sha256));
@@ -449,7 +449,7 @@ private:
         QTRY_COMPARE(m_manual->count(), 1);
     }
 
-    /// The statuses so far without the progress reports.
+    /// Returns the statuses so far, without the progress reports.
     QList<int> reports() const
     {
         QList<int> values;

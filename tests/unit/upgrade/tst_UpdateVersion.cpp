@@ -22,7 +22,7 @@ private Q_SLOTS:
         row("1.1.4", "2", true);
         row("1.1.4", "1.1.4.0", false);
         row("1.1.4", "1.1.4.1", true);
-        // What is no number counts as 0, empty parts as well.
+        // Invalid and empty parts count as 0.
         row("1.1.4", "v1.1.5", false);
         row("1.1.4", "1..5", false);
         row("", "0.0.1", true);
