@@ -34,6 +34,10 @@ instrument_present()
 start_local_server()
 {
     local log=$build/local-server.log
+    # The server shows the manual as soon as it is made; without Sphinx it says how to make it.
+    if command -v sphinx-build >/dev/null; then
+        nice cmake --build "$build" --target manual </dev/null >"$build/manual.log" 2>&1 &
+    fi
     # What an earlier one said must not pass for the first words of this one.
     : >"$log"
     "$build/tools/local-server" </dev/null >"$log" 2>&1 &

@@ -32,15 +32,17 @@ set(sphinx
     -D
     "release=${PROJECT_VERSION}")
 # From the beginning each time, which takes seconds: a page that was deleted leaves nothing behind. Of the two web
-# sites the outer one is written first.
+# sites the outer one is written first. The last manual stays until this one is complete and has no dead link.
 add_custom_target(
     manual
-    COMMAND "${CMAKE_COMMAND}" -E rm -rf "${QUORVEL_MANUAL}"
+    COMMAND "${CMAKE_COMMAND}" -E rm -rf "${manual_work}"
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${manual_work}"
-    COMMAND ${sphinx} -E -D language=zh_CN -d "${manual_work}/zh" "${manual_sources}/zh" "${QUORVEL_MANUAL}"
-    COMMAND ${sphinx} -E -D language=en -d "${manual_work}/en" "${manual_sources}/en" "${QUORVEL_MANUAL}/en"
-    COMMAND "${CMAKE_COMMAND}" -E rm -f "${QUORVEL_MANUAL}/.buildinfo" "${QUORVEL_MANUAL}/objects.inv"
-            "${QUORVEL_MANUAL}/en/.buildinfo" "${QUORVEL_MANUAL}/en/objects.inv"
-    COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-manual" --html "${QUORVEL_MANUAL}"
+    COMMAND ${sphinx} -D language=zh_CN -d "${manual_work}/zh" "${manual_sources}/zh" "${manual_work}/html"
+    COMMAND ${sphinx} -D language=en -d "${manual_work}/en" "${manual_sources}/en" "${manual_work}/html/en"
+    COMMAND "${CMAKE_COMMAND}" -E rm -f "${manual_work}/html/.buildinfo" "${manual_work}/html/objects.inv"
+            "${manual_work}/html/en/.buildinfo" "${manual_work}/html/en/objects.inv"
+    COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-manual" --html "${manual_work}/html"
+    COMMAND "${CMAKE_COMMAND}" -E rm -rf "${QUORVEL_MANUAL}"
+    COMMAND "${CMAKE_COMMAND}" -E rename "${manual_work}/html" "${QUORVEL_MANUAL}"
     COMMENT "Manual"
     VERBATIM)

@@ -33,7 +33,8 @@ class SourceFaults(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.root)
         for name, text in {"localization/gen_cn.ts": CATALOGUE, "docs/manual/en/messages.md": ENGLISH,
                            "docs/manual/zh/messages.md": CHINESE, "docs/manual/en/images/a.png": "",
-                           "docs/manual/zh/images/a.png": ""}.items():
+                           "docs/manual/zh/images/a.png": "",
+                           "docs/man/quorvel-cli.1": "\\fBlist\\fR [\\fB\\-\\-json\\fR]\n"}.items():
             path = self.root / name
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text, encoding="utf-8")
@@ -60,6 +61,8 @@ class SourceFaults(unittest.TestCase):
                 ("en/messages.md", "**Saved in ….**", "", "does not explain 'Saved in ….'"),
                 ("en/messages.md", "images/a.png", "images/b.png", "en/images/b.png does not exist"),
                 ("en/messages.md", "![A page](images/a.png)", "", "en/images/a.png is on no page"),
+                ("en/messages.md", "| go |", "| `quorvel-cli list --yaml` |", "has no --yaml"),
+                ("en/messages.md", "| go |", "| `quorvel-cli lists --json` |", "has no lists"),
                 ("en/messages.md", "![A page]", "![]", "no description")):
             with self.subTest(new=new, finding=finding):
                 self.assertIn(finding, self.findings_after(name, old, new))
