@@ -5,14 +5,23 @@
 
 #include <QDir>
 
+#include <chrono>
+
 namespace folders {
 
 namespace {
 
 QString pathOf(QLatin1String name)
 {
-    // Looked up once: Qt reads a file of the desktop for it each time, and logs ask for each line.
-    static const QString documents = platform::userFolder(platform::UserFolder::Documents);
+    // Looked up once a second: Qt reads a file of the desktop for it, and logs ask for it with each line.
+    constexpr std::chrono::seconds cLookInterval(1);
+    thread_local QString documents;
+    thread_local std::chrono::steady_clock::time_point lookedAt;
+    const auto now = std::chrono::steady_clock::now();
+    if (documents.isEmpty() || now - lookedAt >= cLookInterval) {
+        documents = platform::userFolder(platform::UserFolder::Documents);
+        lookedAt = now;
+    }
     return documents + QLatin1String("/Quorvel/") + name;
 }
 
