@@ -100,7 +100,8 @@ public:
             return code;
         if (m_session.port().isOpen() && !start())
             return m_code;
-        if (!m_recorder.isRecording())
+        m_waiting = !m_recorder.isRecording();
+        if (m_waiting)
             console::showProgress(QStringLiteral("Waiting for an instrument…"));
         return runEventLoop();
     }
@@ -122,8 +123,10 @@ private:
 
     void onPortChanged(InstrumentPort::State state)
     {
-        if (state == InstrumentPort::State::Open && !m_recorder.isRecording() && m_options.wait && !m_ended &&
-            !start())
+        if (state != InstrumentPort::State::Open || !m_waiting)
+            return;
+        m_waiting = false;
+        if (!start())
             QCoreApplication::exit(m_code);
     }
 
@@ -161,7 +164,6 @@ private:
 
     void onEnded(recording::EndReason reason, const recording::Error& error)
     {
-        m_ended = true;
         const RecorderStatus status = m_recorder.status();
         console::endProgress();
         if (m_options.json)
@@ -184,7 +186,8 @@ private:
     PortRecorder m_portRecorder;
     std::chrono::steady_clock::time_point m_startedAt;
     int m_code = Failed;
-    bool m_ended = false;
+    /// No instrument has been there yet; the first one starts the recording.
+    bool m_waiting = false;
     recording::Failure m_reported = recording::Failure::None;
 };
 

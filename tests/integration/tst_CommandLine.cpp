@@ -267,7 +267,7 @@ void tst_CommandLine::screensFunctionsAndCurvesReachTheInstrument()
     QTRY_COMPARE_WITH_TIMEOUT(m_instrument.status("screen"), QStringLiteral("2"), cTimeoutMs);
     QCOMPARE(run({"function", "3"}).code, 0);
     QTRY_COMPARE_WITH_TIMEOUT(m_instrument.status("screen"), QStringLiteral("4"), cTimeoutMs);
-    QCOMPARE(run({"record", path("c.qrec"), "--for", "1500ms"}).code, 0);
+    QCOMPARE(run({"record", path("c.qrec"), "--for", "1500ms", "--wait"}).code, 0);
     QCOMPARE(run({"curve", path("c.qrec"), "-o", path("c.json")}).code, 0);
     const QJsonArray samples =
         QJsonDocument::fromJson(test::contentOf(path("c.json"))).object()["voltage_samples"].toArray();
