@@ -148,6 +148,7 @@ bool GenApplication::initQmlEngine()
     setWindowIcon(QIcon(QStringLiteral(":/res/quorvel-icon.svg")));
     SceneGraph::instance().decide();
     chooseRenderLoop();
+    // The glyphs of the software scene graph: those that OpenGL would make of outlines are thinner.
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     m_engine = new QQmlApplicationEngine(this);
     prepareEngine(*m_engine);

@@ -124,6 +124,8 @@ def still_frames(options):
             open_page(app, "gauge")
             app.instrument.do("replug")
             app.instrument.wait_open()
+            if frames(log_during(app, SETTLE_S)) == 0:
+                sys.exit("the log shows no frames of a live page")
             desktop.xdotool("windowminimize", app.window)
             time.sleep(SETTLE_S)
             counts["gauge, live and minimised"] = frames(log_during(app, STILL_WINDOW_S))
