@@ -2,9 +2,9 @@
 #include "app/GenApplication.h"
 
 #include "app/GenToolbox.h"
+#include "app/SceneGraph.h"
 #include "hid/HidLink.h"
 #include "hid/RecordingControl.h"
-#include "app/SceneGraph.h"
 #include "instrument/MultimeterReading.h"
 #include "instrument/UiControl.h"
 #include "platform/WindowSizing.h"

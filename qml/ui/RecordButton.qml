@@ -67,7 +67,7 @@ FlatButton {
         id: _widest
 
         font: _time.font
-        text: Recording.time.replace(/\d/g, "0")
+        text: String(Recording.time).replace(/\d/g, "0")
     }
     Shortcut {
         sequence: "Ctrl+R"
@@ -77,6 +77,6 @@ FlatButton {
         target: _root
         below: true
         text: _root._tip
-        shown: _root.hovered
+        shown: _root.hovered && (_root._running || Recording.notice === Recording.NoNotice)
     }
 }
