@@ -3,6 +3,8 @@
 
 #include "app/GenToolbox.h"
 #include "app/SceneGraph.h"
+#include "hid/HidLink.h"
+#include "hid/RecordingControl.h"
 #include "instrument/MultimeterReading.h"
 #include "instrument/UiControl.h"
 #include "platform/WindowSizing.h"
@@ -82,6 +84,14 @@ QObject* provideUpgradeControl(QQmlEngine*, QJSEngine*)
     return new CUpgradeControl(theApplication->toolbox()->genSettings()->file());
 }
 
+QObject* provideRecording(QQmlEngine*, QJSEngine*)
+{
+    auto* recording = new RecordingControl(theApplication->toolbox()->hidLink()->port());
+    QObject::connect(theApplication, &GenApplication::languageChanged, recording,
+                     &RecordingControl::retranslate);
+    return recording;
+}
+
 template <class Singleton>
 QObject* provide(QQmlEngine*, QJSEngine*)
 {
@@ -126,6 +136,7 @@ void GenApplication::registerQmlTypes()
                                                     "ScreenToolsController", provide<ScreenToolsController>);
     qmlRegisterSingletonType<CUpgradeControl>("CUpgradeControl", 1, 0, "CUpgradeControl",
                                               provideUpgradeControl);
+    qmlRegisterSingletonType<RecordingControl>("Recording", 1, 0, "Recording", provideRecording);
     qmlRegisterUncreatableMetaObject(protocol::staticMetaObject, "Instrument", 1, 0, "Instrument",
                                      QStringLiteral("Enumerations only"));
     qmlRegisterUncreatableType<MultimeterReading>("Instrument", 1, 0, "MultimeterReading",

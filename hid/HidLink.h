@@ -83,6 +83,9 @@ public:
     QString deviceId() const { return m_deviceInfo.deviceId; }
     QString deviceVersion() const { return m_deviceInfo.deviceVersion; }
 
+    /// Where the packets of the instrument arrive; it lives as long as this link.
+    InstrumentPort& port() { return m_supervisor.port(); }
+
     // The last measurement: volts, amperes, watts, mAh and seconds as the instrument sent them; 0 before the
     // first and while no device is open.
     float mainInputVoltage() const { return m_measurement.mainInputVoltage; }

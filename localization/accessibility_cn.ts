@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
-<!-- What assistive technology reads, tool tips and messages about faults say, beside the texts of gen_cn.ts. -->
+<!-- What assistive technology reads, tool tips, messages about faults and recordings say, beside the texts of gen_cn.ts. -->
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
     <name>GenTextField</name>
@@ -72,6 +72,25 @@
     <message>
         <source>The window of Quorvel cannot be shown because a part of the program is missing or damaged. Please install Quorvel again.</source>
         <translation>Quorvel 的窗口无法显示，因为程序的某个部分缺失或已损坏。请重新安装 Quorvel。</translation>
+    </message>
+</context>
+<context>
+    <name>RecordButton</name>
+    <message>
+        <source>Record</source>
+        <translation>录制</translation>
+    </message>
+    <message>
+        <source>Record (Ctrl+R)</source>
+        <translation>录制 (Ctrl+R)</translation>
+    </message>
+    <message>
+        <source>Stop recording</source>
+        <translation>停止录制</translation>
+    </message>
+    <message>
+        <source>Stop recording (Ctrl+R)</source>
+        <translation>停止录制 (Ctrl+R)</translation>
     </message>
 </context>
 <context>
@@ -171,6 +190,255 @@
     <message>
         <source>You do not have permission to use %1.</source>
         <translation>您没有使用 %1 的权限。</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingControl</name>
+    <message>
+        <source>%1 was not finished because the program ended. Nothing that was written is lost.</source>
+        <translation>程序已退出，%1 没有完成。已写入的数据没有丢失。</translation>
+    </message>
+    <message>
+        <source>%1, rows: %2, %3, %4</source>
+        <translation>%1，行数：%2，%3，%4</translation>
+    </message>
+    <message>
+        <source>A recording was interrupted</source>
+        <translation>有一次录制被中断</translation>
+    </message>
+    <message>
+        <source>Main: %1, %2</source>
+        <translation>主路：%1，%2</translation>
+    </message>
+    <message>
+        <source>Recording saved</source>
+        <translation>录制已保存</translation>
+    </message>
+    <message>
+        <source>Rows: %1</source>
+        <translation>行数：%1</translation>
+    </message>
+    <message>
+        <source>The disk is almost full, so the recording has ended. It is complete up to that moment.</source>
+        <translation>磁盘几乎已满，录制已结束。到那一刻为止的数据是完整的。</translation>
+    </message>
+    <message>
+        <source>The recording could not be finished</source>
+        <translation>录制无法完成</translation>
+    </message>
+    <message>
+        <source>The recording could not be started</source>
+        <translation>录制无法开始</translation>
+    </message>
+    <message>
+        <source>The report could not be shown</source>
+        <translation>无法显示报告</translation>
+    </message>
+    <message>
+        <source>There is no program to show it. It is in %1.</source>
+        <translation>没有可用来显示报告的程序。报告在 %1。</translation>
+    </message>
+    <message>
+        <source>Type-C: %1, %2</source>
+        <translation>Type-C：%1，%2</translation>
+    </message>
+    <message>
+        <source>Waiting for the instrument. The recording goes on.</source>
+        <translation>正在等待仪器，录制继续进行。</translation>
+    </message>
+    <message>
+        <source>What was recorded is in the file. The next start of the program offers to finish it.</source>
+        <translation>已录制的数据都在文件中。程序下次启动时可以完成它。</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingNotice</name>
+    <message>
+        <source>Close this notice</source>
+        <translation>关闭此通知</translation>
+    </message>
+    <message>
+        <source>Finish it</source>
+        <translation>完成录制</translation>
+    </message>
+    <message>
+        <source>Leave it as it is</source>
+        <translation>保持原样</translation>
+    </message>
+    <message>
+        <source>Show in folder</source>
+        <translation>在文件夹中显示</translation>
+    </message>
+    <message>
+        <source>Show report</source>
+        <translation>显示报告</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingReport</name>
+    <message>
+        <source>%1, recorded by %2. Charge and energy are integrated over the measurements, without the gaps.</source>
+        <translation>%1，由 %2 录制。电荷量和能量由测量值积分得出，不含间断。</translation>
+    </message>
+    <message>
+        <source>%1, together %2</source>
+        <translation>%1 处，共 %2</translation>
+    </message>
+    <message>
+        <source>A point stands for %1 s: the line is the mean, the band reaches from the minimum to the maximum.</source>
+        <translation>每个点代表 %1 s：曲线为平均值，色带为最小值到最大值。</translation>
+    </message>
+    <message>
+        <source>Charge</source>
+        <translation>电荷量</translation>
+    </message>
+    <message>
+        <source>Current</source>
+        <translation>电流</translation>
+    </message>
+    <message>
+        <source>Drag across a chart to zoom in. Hold Shift and drag to move. Double-click to show everything.</source>
+        <translation>在图上拖动可放大，按住 Shift 拖动可平移，双击显示全部。</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>结束</translation>
+    </message>
+    <message>
+        <source>End of the recording</source>
+        <translation>录制结束</translation>
+    </message>
+    <message>
+        <source>Ended by</source>
+        <translation>结束原因</translation>
+    </message>
+    <message>
+        <source>Energy</source>
+        <translation>能量</translation>
+    </message>
+    <message>
+        <source>Every measurement is a point.</source>
+        <translation>每次测量为一个点。</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>从</translation>
+    </message>
+    <message>
+        <source>Gap</source>
+        <translation>间断</translation>
+    </message>
+    <message>
+        <source>Gaps</source>
+        <translation>间断</translation>
+    </message>
+    <message>
+        <source>Instrument's counter</source>
+        <translation>仪器计数</translation>
+    </message>
+    <message>
+        <source>Main</source>
+        <translation>主路</translation>
+    </message>
+    <message>
+        <source>Marks</source>
+        <translation>标记</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>最大值</translation>
+    </message>
+    <message>
+        <source>Mean</source>
+        <translation>平均值</translation>
+    </message>
+    <message>
+        <source>Measurements</source>
+        <translation>测量次数</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>最小值</translation>
+    </message>
+    <message>
+        <source>Multimeter</source>
+        <translation>万用表</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Power</source>
+        <translation>功率</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>读数</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>原因</translation>
+    </message>
+    <message>
+        <source>Recording of %1</source>
+        <translation>录制 %1</translation>
+    </message>
+    <message>
+        <source>Show everything</source>
+        <translation>显示全部</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>Still running, or interrupted</source>
+        <translation>仍在录制或已中断</translation>
+    </message>
+    <message>
+        <source>Stored every</source>
+        <translation>存储间隔</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文字</translation>
+    </message>
+    <message>
+        <source>The charge differs from the instrument's own counter by %1 %.</source>
+        <translation>电荷量与仪器自身的计数相差 %1 %。</translation>
+    </message>
+    <message>
+        <source>The first %1 of %2 are shown.</source>
+        <translation>显示 %2 项中的前 %1 项。</translation>
+    </message>
+    <message>
+        <source>The instrument did not say its name.</source>
+        <translation>仪器没有报告名称。</translation>
+    </message>
+    <message>
+        <source>The recording has no measurements.</source>
+        <translation>录制中没有测量数据。</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>到</translation>
+    </message>
+    <message>
+        <source>Type-C</source>
+        <translation>Type-C</translation>
+    </message>
+    <message>
+        <source>Voltage</source>
+        <translation>电压</translation>
     </message>
 </context>
 </TS>

@@ -10,7 +10,8 @@ ToolTip {
 
     parent: tip ? tip.target : null
     x: parent && tip.beside ? parent.width + 8 : parent ? (parent.width - implicitWidth) / 2 : 0
-    y: parent && tip.beside ? (parent.height - implicitHeight) / 2 : -implicitHeight - 3
+    y: parent && tip.beside ? (parent.height - implicitHeight) / 2 : parent && tip.below ? parent.height + 6
+                                                                                         : -implicitHeight - 3
     visible: tip !== null
     text: tip ? tip.text : ""
     delay: 400

@@ -8,6 +8,8 @@ Loader {
     property bool shown: false
     /// To the right of the target instead of above it.
     property bool beside: false
+    /// Below the target instead of above it.
+    property bool below: false
 
     source: shown && text.length > 0 ? "GenToolTip.qml" : ""
     onLoaded: item.tip = this

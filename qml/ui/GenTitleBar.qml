@@ -131,6 +131,10 @@ Item {
     }
 
     // From left to right, so that Tab goes through them in that order.
+    RecordButton {
+        pictureSize: _titleBar.buttonW * _titleBar.wr
+        anchors { top: parent.top; topMargin: 10; right: updateBtn.left; rightMargin: 10 }
+    }
     TitleBarButton {
         id: updateBtn
 

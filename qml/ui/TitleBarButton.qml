@@ -37,6 +37,7 @@ FlatButton {
 
     HoverTip {
         target: _root
+        below: true
         text: _root.tip
         shown: _root.hovered
     }

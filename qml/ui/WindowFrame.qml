@@ -2,6 +2,7 @@
 import QtQuick 2.12
 import QtQuick.Layouts 1.12
 import GenToolbox 1.0
+import Recording 1.0
 
 import "../customize"
 import "../customize/Format.js" as Format
@@ -69,5 +70,11 @@ Item {
             Layout.fillHeight: true
             spacing: 0
         }
+    }
+    Loader {
+        anchors { top: parent.top; right: parent.right; topMargin: _root.titleBarHeight + 8; rightMargin: 12 }
+        width: Math.min(380, parent.width - 24)
+        active: Recording.notice !== Recording.NoNotice
+        source: active ? "RecordingNotice.qml" : ""
     }
 }

@@ -2,6 +2,7 @@
 import QtQuick 2.12
 import QtQuick.Window 2.12
 import QtTest 1.12
+import Recording 1.0
 
 import "qrc:/qml/ui"
 
@@ -62,6 +63,19 @@ Item {
             for (var position = 0; position < 5; ++position)
                 mouseClick(_root, _root.width - 19 - 28 * position, 19)
             compare(mainwindows.log, ["close", "maximized", "minimized", "topmost", "update"])
+        }
+
+        function test_recordButtonShowsTheRunningTime() {
+            mouseClick(_root, _root.width - 19 - 28 * 5, 19)
+            verify(Recording.recording)
+            compare(Recording.time, "0:00:00")
+            // It has grown to the left: the other buttons stay in their places.
+            mouseClick(_root, _root.width - 19 - 28 * 4, 19)
+            compare(mainwindows.log, ["update"])
+            keyClick(Qt.Key_R, Qt.ControlModifier)
+            tryCompare(Recording, "recording", false)
+            compare(Recording.notice, Recording.Saved)
+            Recording.dismissNotice()
         }
 
         function test_maximisedStateFollowsTheWindow() {

@@ -25,6 +25,8 @@ constexpr double cIdentitiesPerSec = 0.2;
 /// Type byte of garbage packets; the protocol does not use it.
 constexpr char cUnknownType = 0x6e;
 constexpr double cMsPerSec = 1000.0;
+/// What is sent just after an open is lost.
+constexpr qint64 cSettlingAfterOpenMs = 100;
 
 /// Returns the whole part of \a due, the packets to send, and leaves the fraction.
 int takeDue(double* due)
@@ -58,6 +60,14 @@ InstrumentPlayer::InstrumentPlayer(MockDevice* device, TraceFile* trace, QObject
     connect(m_device, &MockDevice::drained, this, &InstrumentPlayer::onDrained);
 }
 
+void InstrumentPlayer::setPlayback(std::unique_ptr<RecordingPlayback> playback, double speed)
+{
+    m_playback = std::move(playback);
+    m_playbackSpeed = speed;
+    if (!m_playback->deviceInfo().deviceId.isEmpty())
+        m_deviceInfo = m_playback->deviceInfo();
+}
+
 void InstrumentPlayer::start(const Scenario& scenario)
 {
     m_scenario = scenario;
@@ -84,6 +94,8 @@ void InstrumentPlayer::tick()
     m_measurementsDue += passedSec * m_measurementsPerSec;
     if (m_burstSent < m_burstCount)
         playBurst();
+    else if (m_playback)
+        playRecording(passedSec);
     else
         playBench();
 }
@@ -97,6 +109,40 @@ void InstrumentPlayer::playBench()
         m_device->send(protocol::encode(m_deviceInfo));
     for (int i = takeDue(&m_measurementsDue); i > 0; --i)
         m_device->send(protocol::encode(m_bench.measurement()));
+}
+
+void InstrumentPlayer::playRecording(double passedSec)
+{
+    if (takeDue(&m_identitiesDue) > 0)
+        m_device->send(protocol::encode(m_deviceInfo));
+    if (m_device->isPlugged() &&
+        (!m_device->isOpen() || m_clock.elapsed() - m_openedMs < cSettlingAfterOpenMs))
+        return;
+    if (m_playbackSteps.empty()) {
+        const auto passed = std::chrono::duration<double>(passedSec * m_playbackSpeed);
+        const auto steps = m_playback->advance(std::chrono::duration_cast<recording::Time>(passed));
+        m_playbackSteps.assign(steps.begin(), steps.end());
+    }
+    while (!m_playbackSteps.empty()) {
+        const RecordingPlayback::Step step = m_playbackSteps.front();
+        m_playbackSteps.pop_front();
+        switch (step.kind) {
+        case RecordingPlayback::Kind::Packet:
+            m_device->send(step.packet);
+            break;
+        case RecordingPlayback::Kind::Unplug:
+            m_device->unplug();
+            break;
+        case RecordingPlayback::Kind::Plug:
+            // The rest waits until the program has opened it.
+            m_device->plug();
+            return;
+        }
+    }
+    if (m_playback->isAtEnd() && !m_playbackEnded) {
+        m_playbackEnded = true;
+        m_trace->write(QStringLiteral("replay-end"));
+    }
 }
 
 void InstrumentPlayer::playBurst()
@@ -138,6 +184,7 @@ void InstrumentPlayer::onOpened()
 {
     m_trace->write(QStringLiteral("open %1").arg(m_device->nodeName()));
     m_identitiesDue = 1;
+    m_openedMs = m_clock.elapsed();
 }
 
 void InstrumentPlayer::onReport(const QByteArray& report)

@@ -2,13 +2,16 @@
 #pragma once
 
 #include "tools/virtual-instrument/BenchModel.h"
+#include "tools/virtual-instrument/RecordingPlayback.h"
 #include "tools/virtual-instrument/Scenario.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
+#include <deque>
 #include <functional>
+#include <memory>
 #include <vector>
 
 class MockDevice;
@@ -26,6 +29,10 @@ public:
     /// The device and the trace must outlive the player.
     InstrumentPlayer(MockDevice* device, TraceFile* trace, QObject* parent = nullptr);
 
+    /// Plays \a playback instead of the bench, \a speed times as fast. Its time stands still while no program
+    /// has the instrument open, so that nothing of it is missed. Call it before start().
+    void setPlayback(std::unique_ptr<RecordingPlayback> playback, double speed);
+
     /// Plugs the instrument in, runs the steps that are due, and starts the timers.
     void start(const Scenario& scenario);
 
@@ -40,6 +47,7 @@ private:
     void tick();
     void playBench();
     void playBurst();
+    void playRecording(double passedSec);
     void runDueSteps();
     void onOpened();
     void onReport(const QByteArray& report);
@@ -52,6 +60,13 @@ private:
     MockDevice* m_device;
     TraceFile* m_trace;
     BenchModel m_bench;
+    std::unique_ptr<RecordingPlayback> m_playback;
+    double m_playbackSpeed = 1;
+    /// Due and not yet done.
+    std::deque<RecordingPlayback::Step> m_playbackSteps;
+    bool m_playbackEnded = false;
+    /// When the program opened the instrument last, in milliseconds of m_clock.
+    qint64 m_openedMs = 0;
     Scenario m_scenario;
     std::size_t m_nextStep = 0;
     /// Start of the current round of the scenario, in milliseconds of m_clock.

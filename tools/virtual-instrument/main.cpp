@@ -3,6 +3,7 @@
 #include "tools/virtual-instrument/ControlChannel.h"
 #include "tools/virtual-instrument/InstrumentPlayer.h"
 #include "tools/virtual-instrument/MockDevice.h"
+#include "tools/virtual-instrument/RecordingPlayback.h"
 #include "tools/virtual-instrument/Scenario.h"
 #include "tools/virtual-instrument/StopSignals.h"
 #include "tools/virtual-instrument/TraceFile.h"
@@ -16,6 +17,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <unistd.h>
 #include <vector>
 
@@ -85,8 +87,26 @@ struct Options
     Scenario scenario;
     QString controlPath;
     QString tracePath;
+    /// Null when the bench is played.
+    std::unique_ptr<RecordingPlayback> playback;
+    double speed = 1;
     QStringList program;
 };
+
+/// Opens the recording \a path to be played at \a speed. Returns the error, or an empty text.
+QString readPlayback(const QString& path, const QString& speed, Options* options)
+{
+    constexpr double cLowestSpeed = 0.01;
+    constexpr double cHighestSpeed = 1000;
+    bool isNumber = false;
+    options->speed = speed.toDouble(&isNumber);
+    if (!isNumber || !(options->speed >= cLowestSpeed && options->speed <= cHighestSpeed))
+        return QStringLiteral("the speed is a number from %1 to %2").arg(cLowestSpeed).arg(cHighestSpeed);
+    if (path.isEmpty())
+        return {};
+    options->playback = std::make_unique<RecordingPlayback>();
+    return recording::errorText(options->playback->open(path));
+}
 
 /// Reads the command line. Ends the process for --help and for an invalid option.
 Options readOptions(const QCoreApplication& app)
@@ -105,7 +125,13 @@ Options readOptions(const QCoreApplication& app)
     const QCommandLineOption trace(QStringLiteral("trace"),
                                    QStringLiteral("Write what the host sends and does to this file."),
                                    QStringLiteral("path"));
-    parser.addOptions({scenario, control, trace});
+    const QCommandLineOption replay(QStringLiteral("replay"),
+                                    QStringLiteral("Send what this recording holds instead of a bench."),
+                                    QStringLiteral("file"));
+    const QCommandLineOption speed(QStringLiteral("speed"),
+                                   QStringLiteral("Replay this many times as fast, 0.01 to 1000."),
+                                   QStringLiteral("factor"), QStringLiteral("1"));
+    parser.addOptions({scenario, control, trace, replay, speed});
     parser.addPositionalArgument(QStringLiteral("program"), QStringLiteral("The program to run."),
                                  QStringLiteral("-- program [arguments…]"));
     parser.process(app);
@@ -115,6 +141,8 @@ Options readOptions(const QCoreApplication& app)
     options.tracePath = parser.value(trace);
     options.program = parser.positionalArguments();
     QString error = readScenario(parser.value(scenario), &options.scenario);
+    if (error.isEmpty())
+        error = readPlayback(parser.value(replay), parser.value(speed), &options);
     if (error.isEmpty() && options.program.isEmpty())
         error = QStringLiteral("name the program to run after --");
     if (!error.isEmpty()) {
@@ -137,7 +165,7 @@ int main(int argc, char** argv)
     }
 
     const QCoreApplication app(argc, argv);
-    const Options options = readOptions(app);
+    Options options = readOptions(app);
 
     TraceFile trace;
     if (!options.tracePath.isEmpty() && !trace.open(options.tracePath)) {
@@ -180,6 +208,8 @@ int main(int argc, char** argv)
                              printError(QStringLiteral("the program left processes behind"));
                          leave(child.shellExitCode());
                      });
+    if (options.playback)
+        player.setPlayback(std::move(options.playback), options.speed);
     player.start(options.scenario);
     if (!child.run(options.program)) {
         printError(
