@@ -110,7 +110,8 @@ private Q_SLOTS:
         const int before = linkLog().size();
         const QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
         QStringList values;
-        connect(&link(), &HidLink::measurementChanged, &link(),
+        const QObject listener;
+        connect(&link(), &HidLink::measurementChanged, &listener,
                 [&] { values.append(QString::number(double(link().mainInputVoltage()))); });
         QSignalSpy controls(&link(), &HidLink::uiControlRequested);
         QStringList expectedLines;
