@@ -13,8 +13,8 @@ namespace {
 
 using Factory = Command (*)();
 constexpr Factory cCommands[] = {
-    &listCommand,    &watchCommand, &recordCommand, &infoCommand,   &exportCommand,   &markCommand,
-    &recoverCommand, &mergeCommand, &curveCommand,  &screenCommand, &functionCommand,
+    &listCommand, &watchCommand,   &recordCommand, &infoCommand,  &exportCommand, &reportCommand,
+    &markCommand, &recoverCommand, &mergeCommand,  &curveCommand, &screenCommand, &functionCommand,
 };
 
 constexpr QLatin1String cProgram("quorvel-cli");

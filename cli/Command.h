@@ -37,6 +37,7 @@ Command watchCommand();
 Command recordCommand();
 Command infoCommand();
 Command exportCommand();
+Command reportCommand();
 Command markCommand();
 Command recoverCommand();
 Command mergeCommand();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Duration.h"
 
+#include "recording/RecordingText.h"
+
 #include <QRegularExpression>
 
 namespace cli {
@@ -45,14 +47,7 @@ std::optional<std::chrono::microseconds> parseDuration(const QString& text)
 
 QString durationText(std::chrono::microseconds duration)
 {
-    const qint64 seconds = std::chrono::duration_cast<std::chrono::seconds>(duration).count();
-    constexpr int cPerMinute = 60;
-    constexpr int cPerHour = 3600;
-    const QChar zero = QLatin1Char('0');
-    return QStringLiteral("%1:%2:%3")
-        .arg(seconds / cPerHour)
-        .arg(seconds / cPerMinute % cPerMinute, 2, 10, zero)
-        .arg(seconds % cPerMinute, 2, 10, zero);
+    return recording::durationText(duration);
 }
 
 } // namespace cli

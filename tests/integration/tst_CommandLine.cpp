@@ -248,8 +248,9 @@ void tst_CommandLine::exitCodesOfFiles()
     const QList<QPair<QString, int>> files{{path("missing.qrec"), cli::NotFound},
                                            {path("text.qrec"), cli::NotARecording}};
     for (const auto& [file, code] : files) {
-        for (const QString& command : {QStringLiteral("info"), QStringLiteral("export"),
-                                       QStringLiteral("recover"), QStringLiteral("curve")}) {
+        for (const QString& command :
+             {QStringLiteral("info"), QStringLiteral("export"), QStringLiteral("recover"),
+              QStringLiteral("curve"), QStringLiteral("report")}) {
             const Outcome outcome = run({command, file});
             QCOMPARE(outcome.code, code);
             QCOMPARE(outcome.errors.count('\n'), 1);

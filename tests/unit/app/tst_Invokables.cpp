@@ -57,7 +57,7 @@ private:
              {std::pair("GenControl", "GenControl"),
               std::pair("GenControl.ScreenToolsController", "ScreenToolsController"),
               std::pair("ChartSeriesFiller", "ChartSeriesFiller"),
-              std::pair("CUpgradeControl", "CUpgradeControl")})
+              std::pair("CUpgradeControl", "CUpgradeControl"), std::pair("Recording", "Recording")})
             all.append(qmlEngine(m_window)->singletonInstance<QObject*>(qmlTypeId(module, 1, 0, type)));
         return all;
     }
