@@ -22,6 +22,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # lrelease and lupdate write the same files on every system: the ones of this system serve.
 set(Qt5LinguistTools_DIR /usr/lib/x86_64-linux-gnu/cmake/Qt5LinguistTools CACHE PATH "Qt's translation tools")
 # Tests run under Wine.
-set(CMAKE_CROSSCOMPILING_EMULATOR wine)
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../scripts/run-wine-test")
 set(ENV{PKG_CONFIG_LIBDIR} "${QUORVEL_WINDOWS_ROOT}/libraries/lib/pkgconfig")
 set(ENV{PKG_CONFIG_PATH} "")

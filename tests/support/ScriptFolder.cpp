@@ -3,13 +3,17 @@
 
 #include "tests/support/TestCase.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QThread>
 
 namespace test {
 
 namespace {
 
+constexpr int cRemovalTimeoutMs = 10000;
+constexpr int cRemovalPollMs = 10;
 constexpr auto cFolderVariable = "QUORVEL_STAND_INS";
 
 } // namespace
@@ -25,6 +29,11 @@ ScriptFolder::~ScriptFolder()
 {
     qputenv("PATH", m_pathBefore);
     qputenv(cFolderVariable, m_foldersBefore);
+    // Windows keeps the file of a program that was killed locked until the program is gone.
+    m_folder.setAutoRemove(false);
+    const QDeadlineTimer deadline(cRemovalTimeoutMs);
+    while (!QDir(m_folder.path()).removeRecursively() && !deadline.hasExpired())
+        QThread::msleep(cRemovalPollMs);
 }
 
 QString ScriptFolder::program(const QString& name) const

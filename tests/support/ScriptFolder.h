@@ -32,6 +32,8 @@ public:
     /// What opens files on this system's desktop, and the argument with which it opens the file \a path.
     static QString opener();
     static QString openerArgument(const QString& path);
+    /// Exit code that QProcess reports for a stand-in that takes the step "crash".
+    static int crashExitCode();
 
 private:
     QTemporaryDir m_folder;

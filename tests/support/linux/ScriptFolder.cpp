@@ -2,6 +2,8 @@
 #include "tests/support/ScriptFolder.h"
 #include "tests/support/TestCase.h"
 
+#include <csignal>
+
 bool test::processRuns(qint64 id)
 {
     const QByteArray line = contentOf(QStringLiteral("/proc/%1/stat").arg(id));
@@ -17,4 +19,9 @@ QString test::ScriptFolder::opener()
 QString test::ScriptFolder::openerArgument(const QString& path)
 {
     return path;
+}
+
+int test::ScriptFolder::crashExitCode()
+{
+    return SIGKILL;
 }

@@ -22,3 +22,8 @@ QString test::ScriptFolder::openerArgument(const QString& path)
 {
     return QStringLiteral("file:///") + path;
 }
+
+int test::ScriptFolder::crashExitCode()
+{
+    return int(STATUS_ACCESS_VIOLATION);
+}

@@ -138,7 +138,8 @@ private Q_SLOTS:
         QCOMPARE(busy.count(), 2);
         const QList<QStringList> calls = m_fixture->scripts.calls("powershell");
         QCOMPARE(calls.size(), powershell.isEmpty() ? 0 : 1);
-        QVERIFY(calls.isEmpty() || calls.first().last().contains(QString(script).replace("'", "''")));
+        QVERIFY(calls.isEmpty() ||
+                calls.first().last().contains(QDir::toNativeSeparators(script).replace("'", "''")));
     }
 
     void stoppingDuringAJob()

@@ -4,6 +4,7 @@
 #include "tests/support/ScriptFolder.h"
 #include "tests/support/TestCase.h"
 
+#include <QDir>
 #include <QtTest>
 
 using namespace platform;
@@ -53,7 +54,7 @@ private Q_SLOTS:
                   detail.arg(1).arg(0).arg("USB\\VID_1F3A&PID_EFE9 more", QString()));
         table.row("nothing", "err broken\\n\nexit 1", false, detail.arg(1).arg(1).arg(QString(), "broken"));
         table.row("crash after the answer", "out VID_1F3A&PID_EFE8\\n\ncrash", false,
-                  detail.arg(0).arg(9).arg("VID_1F3A&PID_EFE8", QString()));
+                  detail.arg(0).arg(test::ScriptFolder::crashExitCode()).arg("VID_1F3A&PID_EFE8", QString()));
         table.row("long answer", "out " + QByteArray(600, 'x'), false,
                   detail.arg(1).arg(0).arg(QString(500, QLatin1Char('x')), QString()));
     }
@@ -82,10 +83,11 @@ private Q_SLOTS:
         QCOMPARE(outcome.exitCode, 4);
         QCOMPARE(outcome.standardOutput, QStringLiteral("done\n"));
         QCOMPARE(outcome.standardError, QStringLiteral("and a warning\n"));
+        const QString folder = QDir::toNativeSeparators("/home/o''neil `[x`]/Logs");
+        const QString archive = QDir::toNativeSeparators("/home/o''neil/''''x.zip");
         QCOMPARE(scripts.calls("powershell"),
-                 QList<QStringList>{
-                     shellArguments("Compress-Archive -Path '/home/o''neil `[x`]/Logs\\*' -DestinationPath "
-                                    "'/home/o''neil/''''x.zip' -Force")});
+                 QList<QStringList>{shellArguments("Compress-Archive -Path '" + folder +
+                                                   "\\*' -DestinationPath '" + archive + "' -Force")});
     }
 };
 

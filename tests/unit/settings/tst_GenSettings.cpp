@@ -222,8 +222,11 @@ private Q_SLOTS:
 
 int main(int argc, char** argv)
 {
-    if (argc == 3 && argv[1] == QByteArray(cWriterOption))
+    if (argc == 3 && argv[1] == QByteArray(cWriterOption)) {
+        // The home folder of the process that started this one.
+        platform::redirectUserFolders(qEnvironmentVariable("HOME"));
         return writeInTurn(argc, argv);
+    }
     test::isolateHome();
     QCoreApplication app(argc, argv);
     GenSettingsTest testObject;
