@@ -17,7 +17,7 @@ constexpr Factory cCommands[] = {
     &markCommand, &recoverCommand, &mergeCommand,  &curveCommand, &screenCommand, &functionCommand,
 };
 
-constexpr QLatin1String cProgram("quorvel-cli");
+constexpr char cProgram[] = "quorvel-cli";
 
 QString overview()
 {
@@ -102,7 +102,7 @@ int run(const QStringList& arguments)
 {
     const QString name = arguments.value(1);
     if (name == QLatin1String("--version")) {
-        console::writeLine(cProgram + QLatin1Char(' ') + applicationVersion());
+        console::writeLine(QLatin1String(cProgram) + QLatin1Char(' ') + applicationVersion());
         return Success;
     }
     if (name == QLatin1String("--help") || name == QLatin1String("-h") || name == QLatin1String("help")) {
@@ -114,7 +114,7 @@ int run(const QStringList& arguments)
     for (const Factory factory : cCommands) {
         const Command command = factory();
         if (command.name == name)
-            return runCommand(command, QStringList{cProgram} + arguments.mid(2));
+            return runCommand(command, QStringList{QLatin1String(cProgram)} + arguments.mid(2));
     }
     return console::fail(WrongUsage,
                          QStringLiteral("no such command: %1; see \"quorvel-cli --help\"").arg(name));

@@ -8,10 +8,8 @@
 #include <QJsonObject>
 #include <QString>
 
-namespace cli {
-
 /// Results go to the standard output, messages and progress to the standard error.
-namespace console {
+namespace cli::console {
 
 /// Writes bytes as they are. Returns false when nobody reads them any more, or the disk is full.
 bool write(const QByteArray& bytes);
@@ -33,5 +31,4 @@ void showProgress(const QString& line);
 /// Ends the progress line, if there is one.
 void endProgress();
 
-} // namespace console
-} // namespace cli
+} // namespace cli::console
