@@ -4,9 +4,9 @@
 // the place of the controller's flash. See Behaviour.h for what can be made to go wrong.
 
 #include "Behaviour.h"
-#include "Crash.h"
 #include "FlashImage.h"
 #include "ProgressBar.h"
+#include "tools/flash-stand-in/Crash.h"
 
 #include <algorithm>
 #include <chrono>
