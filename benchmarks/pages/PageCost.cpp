@@ -32,7 +32,8 @@ constexpr int cOtherEmptyPage = 7;
 constexpr int cEntries = 8;
 
 constexpr double cHighestOpeningRatio = 4.0;
-/// The needle gauge is the first page that a user sees.
+/// Index of the needle gauge, the first page that a user sees, and its aim.
+constexpr size_t cGaugePage = 0;
 constexpr double cHighestGaugeRatio = 1.8;
 constexpr double cHighestSwitchRatio = 3.0;
 constexpr int cRounds = 9;
