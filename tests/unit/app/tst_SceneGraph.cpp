@@ -217,7 +217,7 @@ private:
         process.start(QCoreApplication::applicationFilePath(), QStringList());
         if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit ||
             process.exitCode() != 0)
-            return "failed";
+            return "failed: " + process.errorString();
         if (restarts && !QTest::qWaitFor([&path] { return !test::contentOf(path).isEmpty(); }, 60000))
             return "not restarted";
         return QString::fromUtf8(test::contentOf(path));
