@@ -40,14 +40,14 @@ constexpr ReasonWords<EndReason> cEndReasons[] = {
     {EndReason::Merged, "merged", QT_TRANSLATE_NOOP("Recording", "Merged from several recordings")},
 };
 
-template <typename Reason, size_t count>
-const ReasonWords<Reason>& wordsOf(const ReasonWords<Reason> (&table)[count], Reason reason)
+template <typename Reason, size_t Count>
+const ReasonWords<Reason>& wordsOf(const ReasonWords<Reason> (&table)[Count], Reason reason)
 {
     return table[static_cast<size_t>(reason)];
 }
 
-template <typename Reason, size_t count>
-Reason reasonOf(const ReasonWords<Reason> (&table)[count], const QString& code, Reason unknown)
+template <typename Reason, size_t Count>
+Reason reasonOf(const ReasonWords<Reason> (&table)[Count], const QString& code, Reason unknown)
 {
     const auto found = std::find_if(std::cbegin(table), std::cend(table),
                                     [&code](const auto& words) { return code == QLatin1String(words.code); });

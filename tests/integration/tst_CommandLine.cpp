@@ -53,7 +53,7 @@ QJsonObject lastObject(const QByteArray& lines)
 } // namespace
 
 /// The program without a window, on the real hidapi and a device node.
-class tst_CommandLine : public TestCase
+class CommandLineTest : public TestCase
 {
     Q_OBJECT
 
@@ -79,18 +79,18 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_CommandLine::initTestCase()
+void CommandLineTest::initTestCase()
 {
     QVERIFY2(m_instrument.connectToInstrument(), "run this program under the virtual instrument");
 }
 
-void tst_CommandLine::init()
+void CommandLineTest::init()
 {
     TestCase::init();
     m_folder = std::make_unique<QTemporaryDir>();
 }
 
-void tst_CommandLine::durations_data()
+void CommandLineTest::durations_data()
 {
     const test::Table<QString, qint64> table("text", "milliseconds");
     table.row("seconds", "90", 90'000);
@@ -102,14 +102,14 @@ void tst_CommandLine::durations_data()
         table.row(text[0] == 0 ? "nothing" : text, QString::fromLatin1(text), -1);
 }
 
-void tst_CommandLine::durations()
+void CommandLineTest::durations()
 {
     QFETCH(const QString, text);
     const auto time = cli::parseDuration(text);
     QTEST(time ? static_cast<qint64>(time->count() / 1000) : qint64(-1), "milliseconds");
 }
 
-void tst_CommandLine::wrongUsage_data()
+void CommandLineTest::wrongUsage_data()
 {
     const test::Table<QStringList> table("arguments");
     table.row("no command", {});
@@ -128,7 +128,7 @@ void tst_CommandLine::wrongUsage_data()
     table.row("unknown operation", {"curve", "fetch", "a"});
 }
 
-void tst_CommandLine::wrongUsage()
+void CommandLineTest::wrongUsage()
 {
     QFETCH(const QStringList, arguments);
     const Outcome outcome = run(arguments);
@@ -139,7 +139,7 @@ void tst_CommandLine::wrongUsage()
             !outcome.errors.contains('\x1b'));
 }
 
-void tst_CommandLine::everyCommandHasHelp()
+void CommandLineTest::everyCommandHasHelp()
 {
     const Outcome overview = run({"--help"});
     QCOMPARE(overview.code, 0);
@@ -157,7 +157,7 @@ void tst_CommandLine::everyCommandHasHelp()
     QVERIFY(commands >= 11);
 }
 
-void tst_CommandLine::listsInstruments()
+void CommandLineTest::listsInstruments()
 {
     const Outcome outcome = run({"list", "--json"});
     QCOMPARE(outcome.code, 0);
@@ -170,7 +170,7 @@ void tst_CommandLine::listsInstruments()
     QVERIFY(ok("replug"));
 }
 
-void tst_CommandLine::watchPrintsWhatWasAskedFor()
+void CommandLineTest::watchPrintsWhatWasAskedFor()
 {
     QProcess process;
     process.start(QStringLiteral(QUORVEL_CLI), {"watch", "--fields", "main_current,main_voltage", "--json"});
@@ -183,7 +183,7 @@ void tst_CommandLine::watchPrintsWhatWasAskedFor()
     QCOMPARE(finish(process).code, 0);
 }
 
-void tst_CommandLine::recordsEveryMeasurementOverAnUnplug()
+void CommandLineTest::recordsEveryMeasurementOverAnUnplug()
 {
     QVERIFY(ok("unplug"));
     QVERIFY(ok("set typeCMah 0"));
@@ -242,7 +242,7 @@ void tst_CommandLine::recordsEveryMeasurementOverAnUnplug()
     QVERIFY(jsonLines.count('\n') <= 10 && lastObject(jsonLines)["time_s"].toDouble() < 2);
 }
 
-void tst_CommandLine::exitCodesOfFiles()
+void CommandLineTest::exitCodesOfFiles()
 {
     QVERIFY(test::writeFile(path("text.qrec"), "no recording"));
     const QList<QPair<QString, int>> files{{path("missing.qrec"), cli::NotFound},
@@ -262,7 +262,7 @@ void tst_CommandLine::exitCodesOfFiles()
     QCOMPARE(test::contentOf(path("text.qrec")), QByteArray("no recording"));
 }
 
-void tst_CommandLine::screensFunctionsAndCurvesReachTheInstrument()
+void CommandLineTest::screensFunctionsAndCurvesReachTheInstrument()
 {
     QCOMPARE(run({"screen", "type-c"}).code, 0);
     QTRY_COMPARE_WITH_TIMEOUT(m_instrument.status("screen"), QStringLiteral("2"), cTimeoutMs);
@@ -279,5 +279,5 @@ void tst_CommandLine::screensFunctionsAndCurvesReachTheInstrument()
                               cTimeoutMs);
 }
 
-QUORVEL_TEST_MAIN(tst_CommandLine, QCoreApplication)
+QUORVEL_TEST_MAIN(CommandLineTest, QCoreApplication)
 #include "tst_CommandLine.moc"

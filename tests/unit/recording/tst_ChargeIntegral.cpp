@@ -53,7 +53,7 @@ recording::Measurement counterAt(int second, float counterMah)
 
 } // namespace
 
-class tst_ChargeIntegral : public TestCase
+class ChargeIntegralTest : public TestCase
 {
     Q_OBJECT
 
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void differenceFromTheCounter();
 };
 
-void tst_ChargeIntegral::closedForms_data()
+void ChargeIntegralTest::closedForms_data()
 {
     const test::Table<Signal, double> table("current", "ampereSeconds");
     table.row(
@@ -79,7 +79,7 @@ void tst_ChargeIntegral::closedForms_data()
         "discharge", [](double) { return -0.5; }, -30.0);
 }
 
-void tst_ChargeIntegral::closedForms()
+void ChargeIntegralTest::closedForms()
 {
     QFETCH(const Signal, current);
     QFETCH(const double, ampereSeconds);
@@ -90,14 +90,14 @@ void tst_ChargeIntegral::closedForms()
     QVERIFY(std::fabs(delivered.energyWh / (5 * chargeMah / 1000) - 1) < 1e-4);
 }
 
-void tst_ChargeIntegral::aGapAddsNothing()
+void ChargeIntegralTest::aGapAddsNothing()
 {
     const Delivered delivered = integrate([](double t) { return t < 30 ? 1 : 2; }, 60, 10, 50);
     // The steps beside the gap may be up to 9 ms short.
     QVERIFY(std::fabs(delivered.chargeMah - 30 / cHour * 1000) < 0.03 / cHour * 1000);
 }
 
-void tst_ChargeIntegral::missingValuesAddNothing()
+void ChargeIntegralTest::missingValuesAddNothing()
 {
     constexpr float cNaN = std::numeric_limits<float>::quiet_NaN();
     ChargeIntegral integral;
@@ -111,7 +111,7 @@ void tst_ChargeIntegral::missingValuesAddNothing()
     QCOMPARE(sum.chargeMah, 2 / cHour * 1000);
 }
 
-void tst_ChargeIntegral::counterAddsItsRisesAndSurvivesAReset()
+void ChargeIntegralTest::counterAddsItsRisesAndSurvivesAReset()
 {
     ChargeIntegral integral;
     Delivered sum;
@@ -123,7 +123,7 @@ void tst_ChargeIntegral::counterAddsItsRisesAndSurvivesAReset()
     QCOMPARE(sum.counterMah, 13.0);
 }
 
-void tst_ChargeIntegral::differenceFromTheCounter()
+void ChargeIntegralTest::differenceFromTheCounter()
 {
     QVERIFY(!recording::counterDiffers({0.5, 0, 0.9}));
     QVERIFY(!recording::counterDiffers({101.9, 0, 100}));
@@ -132,5 +132,5 @@ void tst_ChargeIntegral::differenceFromTheCounter()
     QCOMPARE(recording::counterDifference({150, 0, 100}).value_or(0), 0.5);
 }
 
-QUORVEL_TEST_MAIN(tst_ChargeIntegral, QCoreApplication)
+QUORVEL_TEST_MAIN(ChargeIntegralTest, QCoreApplication)
 #include "tst_ChargeIntegral.moc"

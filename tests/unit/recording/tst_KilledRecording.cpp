@@ -52,7 +52,7 @@ int recordUntilKilled(const QString& path)
 } // namespace
 
 /// A recording whose process is killed at any moment.
-class tst_KilledRecording : public TestCase
+class KilledRecordingTest : public TestCase
 {
     Q_OBJECT
 
@@ -60,7 +60,7 @@ private Q_SLOTS:
     void theFileIsFinishedAfterwards();
 };
 
-void tst_KilledRecording::theFileIsFinishedAfterwards()
+void KilledRecordingTest::theFileIsFinishedAfterwards()
 {
     bool given = false;
     const int asked = qEnvironmentVariableIntValue(cKillsVariable, &given);
@@ -116,7 +116,7 @@ int main(int argc, char** argv)
         platform::redirectUserFolders(QString::fromLocal8Bit(qgetenv("HOME")));
         return recordUntilKilled(QString::fromLocal8Bit(argv[2]));
     }
-    tst_KilledRecording testObject;
+    KilledRecordingTest testObject;
     return QTest::qExec(&testObject, argc, argv);
 }
 

@@ -63,7 +63,7 @@ protocol::Measurement supply(float volts, float amperes)
 
 } // namespace
 
-class tst_Recorder : public TestCase
+class RecorderTest : public TestCase
 {
     Q_OBJECT
 
@@ -84,14 +84,14 @@ private:
     std::unique_ptr<Bench> m_bench;
 };
 
-void tst_Recorder::init()
+void RecorderTest::init()
 {
     TestCase::init();
     m_folder = std::make_unique<QTemporaryDir>();
     m_bench = std::make_unique<Bench>();
 }
 
-void tst_Recorder::cleanup()
+void RecorderTest::cleanup()
 {
     m_bench.reset();
     m_folder.reset();
@@ -99,7 +99,7 @@ void tst_Recorder::cleanup()
 }
 
 /// Adds a measurement every 100 ms.
-void tst_Recorder::feed(Recorder& recorder, std::chrono::microseconds time, float amperes)
+void RecorderTest::feed(Recorder& recorder, std::chrono::microseconds time, float amperes)
 {
     for (std::chrono::microseconds passed{0}; passed < time; passed += 100ms) {
         m_bench->pass(100ms);
@@ -107,7 +107,7 @@ void tst_Recorder::feed(Recorder& recorder, std::chrono::microseconds time, floa
     }
 }
 
-void tst_Recorder::whatWasAddedIsInTheFile()
+void RecorderTest::whatWasAddedIsInTheFile()
 {
     Recorder recorder(m_bench->surroundings());
     const QSignalSpy ended(&recorder, &Recorder::ended);
@@ -161,7 +161,7 @@ void tst_Recorder::whatWasAddedIsInTheFile()
     QCOMPARE(reader.wallTime(Time(50s)).toMSecsSinceEpoch(), 1'700'000'050'000);
 }
 
-void tst_Recorder::gapsHaveTheirReasons()
+void RecorderTest::gapsHaveTheirReasons()
 {
     Recorder recorder(m_bench->surroundings());
     QVERIFY(!recorder.start({path(), Time(0), {}}));
@@ -195,7 +195,7 @@ void tst_Recorder::gapsHaveTheirReasons()
     QVERIFY(std::abs(reader.info().of(Supply::Main).chargeMah - 3.6 / 3.6) < 1e-9);
 }
 
-void tst_Recorder::anAlmostFullDiskEndsTheRecording()
+void RecorderTest::anAlmostFullDiskEndsTheRecording()
 {
     Recorder recorder(m_bench->surroundings());
     const QSignalSpy ended(&recorder, &Recorder::ended);
@@ -213,7 +213,7 @@ void tst_Recorder::anAlmostFullDiskEndsTheRecording()
              Failure::DiskFull);
 }
 
-void tst_Recorder::aDiskThatTakesNothingIsAGap()
+void RecorderTest::aDiskThatTakesNothingIsAGap()
 {
     if (!test::FileSizeLimit::isSupported())
         QSKIP("this system cannot limit the size of files");
@@ -244,7 +244,7 @@ void tst_Recorder::aDiskThatTakesNothingIsAGap()
                        (reader.info().duration - *gaps[0].to) / Time(100ms) + 1);
 }
 
-void tst_Recorder::theNextRecordingStartsAtOnce()
+void RecorderTest::theNextRecordingStartsAtOnce()
 {
     Recorder recorder(m_bench->surroundings());
     QSignalSpy ended(&recorder, &Recorder::ended);
@@ -264,5 +264,5 @@ void tst_Recorder::theNextRecordingStartsAtOnce()
     QCOMPARE(ended.size(), 5);
 }
 
-QUORVEL_TEST_MAIN(tst_Recorder, QCoreApplication)
+QUORVEL_TEST_MAIN(RecorderTest, QCoreApplication)
 #include "tst_Recorder.moc"

@@ -28,7 +28,7 @@ recording::Measurement rowAt(Time at, float amperes = 1)
 {
     recording::Measurement row{at, {}};
     row.values.mainOutputCurrent = amperes;
-    row.values.mainMah = static_cast<float>(at.count() / 1000);
+    row.values.mainMah = static_cast<float>(at / 1ms);
     return row;
 }
 
@@ -50,7 +50,7 @@ void execute(const QString& path, const char* sql)
 
 } // namespace
 
-class tst_RecordingFile : public TestCase
+class RecordingFileTest : public TestCase
 {
     Q_OBJECT
 
@@ -78,20 +78,20 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_RecordingFile::init()
+void RecordingFileTest::init()
 {
     TestCase::init();
     m_folder = std::make_unique<QTemporaryDir>();
 }
 
-void tst_RecordingFile::cleanup()
+void RecordingFileTest::cleanup()
 {
     m_folder.reset();
     TestCase::cleanup();
 }
 
 /// Makes a finished recording.
-void tst_RecordingFile::write(const QString& path, const std::vector<Event>& events, qint64 wallUs)
+void RecordingFileTest::write(const QString& path, const std::vector<Event>& events, qint64 wallUs)
 {
     RecordingWriter writer;
     Error error;
@@ -101,7 +101,7 @@ void tst_RecordingFile::write(const QString& path, const std::vector<Event>& eve
     QVERIFY(writer.finish(EndReason::Stopped, Time(0), error));
 }
 
-void tst_RecordingFile::whatIsNoRecordingIsRefused_data()
+void RecordingFileTest::whatIsNoRecordingIsRefused_data()
 {
     const test::Table<Spoil, Failure> table("spoil", "failure");
     table.row(
@@ -127,7 +127,7 @@ void tst_RecordingFile::whatIsNoRecordingIsRefused_data()
         "newer", [](const QString& path) { execute(path, "PRAGMA user_version=2"); }, Failure::NewerSchema);
 }
 
-void tst_RecordingFile::whatIsNoRecordingIsRefused()
+void RecordingFileTest::whatIsNoRecordingIsRefused()
 {
     QFETCH(const Spoil, spoil);
     QFETCH(const Failure, failure);
@@ -144,7 +144,7 @@ void tst_RecordingFile::whatIsNoRecordingIsRefused()
     QCOMPARE(test::contentOf(path()), before);
 }
 
-void tst_RecordingFile::nothingIsOverwritten()
+void RecordingFileTest::nothingIsOverwritten()
 {
     QVERIFY(test::writeFile(path(), "mine"));
     RecordingWriter writer;
@@ -156,7 +156,7 @@ void tst_RecordingFile::nothingIsOverwritten()
     QCOMPARE(test::contentOf(path()), QByteArray("mine"));
 }
 
-void tst_RecordingFile::whereNoFileCanBeMade()
+void RecordingFileTest::whereNoFileCanBeMade()
 {
     RecordingWriter writer;
     Error error;
@@ -173,7 +173,7 @@ void tst_RecordingFile::whereNoFileCanBeMade()
     QVERIFY(writer.create(path(), {}, Time(0), error));
 }
 
-void tst_RecordingFile::missingValuesStayMissing()
+void RecordingFileTest::missingValuesStayMissing()
 {
     recording::Measurement row = rowAt(1s);
     row.values.mainPower = std::numeric_limits<float>::quiet_NaN();
@@ -195,7 +195,7 @@ void tst_RecordingFile::missingValuesStayMissing()
     }));
 }
 
-void tst_RecordingFile::thePyramidIsThatOfTheRows()
+void RecordingFileTest::thePyramidIsThatOfTheRows()
 {
     // In transactions that end in the middle of seconds and minutes.
     RecordingWriter writer;
@@ -203,6 +203,7 @@ void tst_RecordingFile::thePyramidIsThatOfTheRows()
     QVERIFY(writer.create(path(), {}, Time(0), error));
     for (int i = 0; i < 200; ++i) {
         std::vector<Event> part;
+        part.reserve(7);
         for (int j = 0; j < 7; ++j)
             part.emplace_back(rowAt(Time(100ms) * (7 * i + j), static_cast<float>((7 * i + j) % 10)));
         QVERIFY(writer.append(part, {}, error));
@@ -227,7 +228,7 @@ void tst_RecordingFile::thePyramidIsThatOfTheRows()
     }
 }
 
-void tst_RecordingFile::thinningKeepsChargeAndExtremes()
+void RecordingFileTest::thinningKeepsChargeAndExtremes()
 {
     RecordingWriter writer;
     Error error;
@@ -246,7 +247,7 @@ void tst_RecordingFile::thinningKeepsChargeAndExtremes()
     }));
 }
 
-void tst_RecordingFile::anInterruptedRecordingIsFinished()
+void RecordingFileTest::anInterruptedRecordingIsFinished()
 {
     {
         RecordingWriter writer;
@@ -277,7 +278,7 @@ void tst_RecordingFile::anInterruptedRecordingIsFinished()
     QCOMPARE(test::contentOf(path()), before);
 }
 
-void tst_RecordingFile::aFailedTransactionChangesNothing()
+void RecordingFileTest::aFailedTransactionChangesNothing()
 {
     if (!test::FileSizeLimit::isSupported())
         QSKIP("this system cannot limit the size of files");
@@ -301,7 +302,7 @@ void tst_RecordingFile::aFailedTransactionChangesNothing()
     QVERIFY(std::abs(reader.info().of(Supply::Main).chargeMah - 99.999 / 3.6) < 1e-6);
 }
 
-void tst_RecordingFile::aForeignMarkGetsItsTime()
+void RecordingFileTest::aForeignMarkGetsItsTime()
 {
     RecordingWriter writer;
     Error error;
@@ -321,7 +322,7 @@ void tst_RecordingFile::aForeignMarkGetsItsTime()
     QVERIFY(marks[1].at <= Time(1h) && marks[1].at > Time(59min));
 }
 
-void tst_RecordingFile::mergedRecordingsKeepTheirSums()
+void RecordingFileTest::mergedRecordingsKeepTheirSums()
 {
     std::vector<Event> gapped = rows(0s, 10s, 100ms);
     gapped.emplace_back(GapBegin{10s, GapReason::Silence, {}});
@@ -346,7 +347,7 @@ void tst_RecordingFile::mergedRecordingsKeepTheirSums()
     QCOMPARE(reader.marks().at(0).at, Time(130s));
 }
 
-void tst_RecordingFile::wallTimeFollowsTheClockPoints()
+void RecordingFileTest::wallTimeFollowsTheClockPoints()
 {
     // After a minute the wall clock is set back by an hour, and summer time ends.
     write(path(), {rowAt(0s), ClockPoint{60s, cWallStart + 60'000'000 - 3'600'000'000, -3600}, rowAt(120s)});
@@ -358,7 +359,7 @@ void tst_RecordingFile::wallTimeFollowsTheClockPoints()
 }
 
 /// The three queries of docs/recordings.md, as they are written there.
-void tst_RecordingFile::theDocumentedQueriesWork()
+void RecordingFileTest::theDocumentedQueriesWork()
 {
     std::vector<Event> events = rows(0s, 100s, 100ms);
     std::get<recording::Measurement>(events[505]).values.mainPower = 42;
@@ -384,5 +385,5 @@ void tst_RecordingFile::theDocumentedQueriesWork()
     QCOMPARE(results.mid(1), (QStringList{"42.0 2023-11-14 22:14:10", "unplugged 1"}));
 }
 
-QUORVEL_TEST_MAIN(tst_RecordingFile, QCoreApplication)
+QUORVEL_TEST_MAIN(RecordingFileTest, QCoreApplication)
 #include "tst_RecordingFile.moc"
