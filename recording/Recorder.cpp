@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFileInfo>
+#include <QSignalBlocker>
 #include <QStorageInfo>
 
 #include <iterator>
@@ -56,9 +57,9 @@ Recorder::Recorder(RecorderSurroundings surroundings, QObject* parent)
 
 Recorder::~Recorder()
 {
-    stop();
-    if (m_thread.joinable())
-        m_thread.join();
+    // Who listens may be on the way out as well.
+    const QSignalBlocker quiet(this);
+    stopAndWait();
 }
 
 Error Recorder::start(const Options& options)

@@ -114,9 +114,12 @@ Delivered& Delivered::operator+=(const Delivered& other)
 
 std::optional<double> counterDifference(const Delivered& delivered)
 {
-    if (delivered.counterMah < cLeastComparedMah)
-        return std::nullopt;
-    return (delivered.chargeMah - delivered.counterMah) / delivered.counterMah;
+    const double difference = delivered.chargeMah - delivered.counterMah;
+    if (delivered.counterMah >= cLeastComparedMah)
+        return difference / delivered.counterMah;
+    // A counter that stands still.
+    const double charge = std::fabs(delivered.chargeMah);
+    return charge >= cLeastComparedMah ? std::optional(difference / charge) : std::nullopt;
 }
 
 bool counterDiffers(const Delivered& delivered)

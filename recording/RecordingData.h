@@ -143,8 +143,8 @@ struct Delivered
 constexpr double cLeastComparedMah = 1;
 /// A greater difference of charge and counter, as a share of the counter, is worth a word.
 constexpr double cCounterTolerance = 0.02;
-/// Returns by what share the integrated charge differs from the instrument's counter, 0.05 for 5 % more;
-/// nothing when both are too small to compare.
+/// Returns by what share the integrated charge differs from the instrument's counter, 0.05 for 5 % more; the
+/// share of the charge when the counter stands still; nothing when both are too small to compare.
 std::optional<double> counterDifference(const Delivered& delivered);
 /// Returns true when counterDifference() exceeds cCounterTolerance.
 bool counterDiffers(const Delivered& delivered);

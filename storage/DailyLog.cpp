@@ -59,10 +59,13 @@ struct SecondTexts
     QString time;
 };
 
-const SecondTexts& secondTextsOf(const QDateTime& when)
+SecondTexts secondTextsOf(const QDateTime& when)
 {
     constexpr int cMsPerSec = 1000;
-    thread_local SecondTexts last;
+    // Not thread_local: a thread's end under MinGW may free such an object before it destroys it.
+    static std::mutex mutex;
+    static SecondTexts last;
+    const std::lock_guard<std::mutex> lock(mutex);
     const QDate date = when.date();
     const int second = when.time().msecsSinceStartOfDay() / cMsPerSec;
     if (second != last.second || date != last.date)

@@ -129,6 +129,7 @@ void ChargeIntegralTest::differenceFromTheCounter()
     QVERIFY(!recording::counterDiffers({101.9, 0, 100}));
     QVERIFY(recording::counterDiffers({102.1, 0, 100}));
     QVERIFY(recording::counterDiffers({97.9, 0, 100}));
+    QVERIFY(recording::counterDiffers({5, 0, 0}));
     QCOMPARE(recording::counterDifference({150, 0, 100}).value_or(0), 0.5);
 }
 
