@@ -106,8 +106,6 @@ void SceneGraph::decide()
         qunsetenv(cIntegrationVariable);
         m_hidesOpenGl = false;
     }
-    // Withdrawn for the moment in which the application object would load OpenGL.
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
     // Not earlier: a second instance ends without a window, and without having written anything.
     if (m_failed)
         remember(SceneGraphMemory::State::Unusable);
@@ -141,7 +139,7 @@ void SceneGraph::keepOpenGlOut()
 {
     if (QCoreApplication::instance() != nullptr)
         return;
-    // Until decide(): the application object would make such a context.
+    // With it, the application object would make a context, and there will be none to share with.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, false);
     if (!qEnvironmentVariableIsSet(cIntegrationVariable)) {
         qputenv(cIntegrationVariable, cNoIntegration);
