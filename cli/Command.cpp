@@ -13,8 +13,9 @@ namespace {
 
 using Factory = Command (*)();
 constexpr Factory cCommands[] = {
-    &listCommand, &watchCommand,   &recordCommand, &infoCommand,  &exportCommand, &reportCommand,
-    &markCommand, &recoverCommand, &mergeCommand,  &curveCommand, &screenCommand, &functionCommand,
+    &listCommand,   &watchCommand,    &recordCommand,  &infoCommand,  &exportCommand,
+    &reportCommand, &markCommand,     &recoverCommand, &mergeCommand, &curveCommand,
+    &screenCommand, &functionCommand, &flashCommand,
 };
 
 constexpr char cProgram[] = "quorvel-cli";

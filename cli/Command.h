@@ -44,6 +44,7 @@ Command mergeCommand();
 Command curveCommand();
 Command screenCommand();
 Command functionCommand();
+Command flashCommand();
 
 // Options that several commands have.
 

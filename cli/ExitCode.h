@@ -13,6 +13,9 @@ enum ExitCode {
     NoInstrument = 3, ///< none is connected, or it was lost
     Refused = 4,      ///< the instrument is there and the system does not allow to open it
     NotRecording = 5, ///< no recording is running
+    NoServer = 6,     ///< the firmware server does not answer, or offers nothing
+    NoController = 7, ///< no controller in boot mode
+    NotFlashed = 8,   ///< the firmware was not written, or not verified
     NotFound = 10,
     Exists = 11,
     NoPermission = 12,

@@ -5,11 +5,14 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTranslator>
 
 int main(int argc, char** argv)
 {
     platform::makeBinary(stdout);
+    // The standard error is for messages to the user. QT_LOGGING_RULES brings the others back.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     QCoreApplication app(argc, argv);
     // The lock file of a recording names it.
     QCoreApplication::setApplicationName(QStringLiteral("quorvel-cli"));

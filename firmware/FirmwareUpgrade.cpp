@@ -7,7 +7,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QNetworkAccessManager>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <utility>
@@ -16,14 +18,39 @@ namespace {
 
 const auto cLogoFile = QStringLiteral("logo.bin");
 const auto cExecFile = QStringLiteral("f1c100s.bin");
-const auto cBootAddress = QStringLiteral("0x0");
-const auto cLogoAddress = QStringLiteral("0x6000");
-const auto cExecAddress = QStringLiteral("0x50000");
+/// Addresses and names of the images, in the order in which they are written.
+const std::array<QString, 3> cAddresses{QStringLiteral("0x0"), QStringLiteral("0x6000"),
+                                        QStringLiteral("0x50000")};
+const std::array<QString, 3> cImageNames{QStringLiteral("BOOT"), QStringLiteral("LOGO"),
+                                         QStringLiteral("EXEC")};
 
 /// Several times the largest serial flash.
 constexpr qint64 cMaxImageBytes = 256 * 1024 * 1024;
 /// Longer than one update of the tool's progress bar.
 constexpr int cOutputTailLength = 1024;
+constexpr int cWholePercent = 100;
+
+/// Held by the program that upgrades. It stands beside the cache folder, which is emptied.
+QString lockPath()
+{
+    return FirmwareUpgrade::cacheFolder() + QStringLiteral(".lock");
+}
+
+/// Returns the offset of the first byte of \a image that \a copy lacks or has otherwise; nothing when the
+/// files are equal.
+std::optional<qint64> firstDifference(const QString& image, const QString& copy)
+{
+    QFile left(image);
+    QFile right(copy);
+    if (!left.open(QIODevice::ReadOnly) || !right.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray expected = left.readAll();
+    const QByteArray found = right.readAll();
+    const auto [at, other] = std::mismatch(expected.cbegin(), expected.cend(), found.cbegin(), found.cend());
+    if (at == expected.cend() && other == found.cend())
+        return std::nullopt;
+    return at - expected.cbegin();
+}
 
 } // namespace
 
@@ -67,38 +94,58 @@ int FirmwareUpgrade::progressAt(int percent) const
         return flash::overallProgress(flash::cLogo, percent);
     case State::WritingExec:
         return flash::overallProgress(flash::cExec, percent);
+    case State::ReadingBack:
+        return flash::overallProgress(flash::cExec, cWholePercent);
     default:
         return flash::overallProgress(flash::cIdle, percent);
     }
 }
 
-void FirmwareUpgrade::start(const QString& type, const FirmwareCatalogue& catalogue)
+/// Takes the controller for an upgrade. Returns false when it was refused, which was said then.
+bool FirmwareUpgrade::accept()
 {
-    m_log.write(QStringLiteral("startUpgrade(type) called. type=%1").arg(type));
     if (m_stopped)
-        return;
-    if (m_state != State::Idle) {
+        return false;
+    auto lock = std::make_unique<QLockFile>(lockPath());
+    // The end of its owner ends a lock, not its age.
+    lock->setStaleLockTime(0);
+    // Where no lock can be made, nothing can be downloaded either.
+    const bool taken = !lock->tryLock() && lock->error() == QLockFile::LockFailedError;
+    if (m_state != State::Idle || taken) {
         m_log.write(QStringLiteral("startUpgrade refused: an upgrade is already running."));
         Q_EMIT message(QStringLiteral("An upgrade is already running."));
-        return;
+        return false;
     }
+    m_lock = std::move(lock);
     m_state = State::CheckingController;
     m_claim.emplace(m_watch);
     m_log.write(QStringLiteral("firmware cache dir=%1").arg(cacheFolder()));
     Q_EMIT progress(0);
     m_watch.checkNow(false);
     if (m_stopped)
-        return;
-    const auto refuse = [this](const QString& reason) {
-        m_state = State::Idle;
-        m_claim.reset();
-        m_log.write(QStringLiteral("startUpgrade aborted: ") + reason);
-    };
+        return false;
     if (!m_watch.felReady()) {
         refuse(QStringLiteral("FEL device not detected."));
         Q_EMIT message(QStringLiteral("FEL device not detected. Connect USB and hold the FEL key."));
-        return;
+        return false;
     }
+    m_downloaded.clear();
+    return true;
+}
+
+void FirmwareUpgrade::refuse(const QString& reason)
+{
+    m_state = State::Idle;
+    m_claim.reset();
+    m_lock.reset();
+    m_log.write(QStringLiteral("startUpgrade aborted: ") + reason);
+}
+
+void FirmwareUpgrade::start(const QString& type, const FirmwareCatalogue& catalogue)
+{
+    m_log.write(QStringLiteral("startUpgrade(type) called. type=%1").arg(type));
+    if (!accept())
+        return;
     emptyCache();
     const auto entry = catalogue.byType.constFind(type);
     if (entry == catalogue.byType.constEnd()) {
@@ -106,8 +153,30 @@ void FirmwareUpgrade::start(const QString& type, const FirmwareCatalogue& catalo
                    .arg(catalogue.types.join(QLatin1Char(','))));
         return;
     }
+    m_local = false;
     m_files = FirmwareFiles::fromEntry(*entry);
-    m_downloaded.clear();
+    const QString folder = cacheFolder() + QLatin1Char('/');
+    m_images = {folder + m_files.bootFileName, folder + cLogoFile, folder + cExecFile};
+    m_state = State::PausingBeforeDownloads;
+    m_timer.start(m_timings.pauseBeforeDownloadsMs);
+}
+
+void FirmwareUpgrade::start(const FirmwareImages& images)
+{
+    m_log.write(QStringLiteral("startUpgrade(images) called. boot=%1 logo=%2 exec=%3")
+                    .arg(images.boot, images.logo, images.exec));
+    if (!accept())
+        return;
+    m_local = true;
+    m_files = {};
+    m_images = {images.boot, images.logo, images.exec};
+    for (const QString& path : m_images) {
+        if (isUsable(path))
+            continue;
+        refuse(QStringLiteral("firmware file missing. path=%1").arg(path));
+        Q_EMIT message(QStringLiteral("Firmware file missing: ") + path);
+        return;
+    }
     m_state = State::PausingBeforeDownloads;
     m_timer.start(m_timings.pauseBeforeDownloadsMs);
 }
@@ -122,6 +191,7 @@ void FirmwareUpgrade::onTimeout()
     case State::WritingBoot:
     case State::WritingLogo:
     case State::WritingExec:
+    case State::ReadingBack:
         m_log.write(QStringLiteral("Flash tool printed nothing for %1 ms and is ended.")
                         .arg(m_timings.toolSilenceMs));
         Q_EMIT message(QStringLiteral("The flash tool does not respond and is ended."));
@@ -155,7 +225,8 @@ void FirmwareUpgrade::downloadNext()
 {
     const int index = m_downloaded.size();
     if (index >= m_files.urls.size()) {
-        Q_EMIT message(QStringLiteral("Firmware download completed."));
+        if (!m_local)
+            Q_EMIT message(QStringLiteral("Firmware download completed."));
         m_log.write(QStringLiteral("startFelUpgrade: cacheDir=%1 bootFile=%2")
                         .arg(cacheFolder(), m_files.bootFileName));
         Q_EMIT message(QStringLiteral("Starting MCU firmware flashing."));
@@ -221,32 +292,45 @@ void FirmwareUpgrade::write(State stage)
     if (m_stopped)
         return;
     m_state = stage;
-    if (stage == State::WritingBoot)
-        runTool(cBootAddress, m_files.bootFileName);
-    else if (stage == State::WritingLogo)
-        runTool(cLogoAddress, cLogoFile);
-    else
-        runTool(cExecAddress, cExecFile);
-}
-
-void FirmwareUpgrade::runTool(const QString& address, const QString& fileName)
-{
-    const QString path = cacheFolder() + QLatin1Char('/') + fileName;
-    // A boot image without a name stands for the folder, with which the tool writes nothing. Any other file
-    // must come from this download: an older image may be left that could not be removed.
-    const bool usable =
-        fileName.isEmpty() ||
-        (firmware::isPlainFileName(fileName) && QFileInfo::exists(path) &&
-         std::any_of(m_downloaded.cbegin(), m_downloaded.cend(),
-                     [&path](const QString& file) { return QFileInfo(file) == QFileInfo(path); }));
-    if (!usable) {
-        m_log.write(QStringLiteral("runFel aborted: firmware file missing. path=%1").arg(path));
-        Q_EMIT message(QStringLiteral("Firmware file missing: ") + path);
-        finish(false);
+    const auto image = static_cast<size_t>(stage) - static_cast<size_t>(State::WritingBoot);
+    const QString& path = m_images.at(image);
+    if (isUsable(path)) {
+        runTool(flash::writeArguments(cAddresses.at(image), path));
         return;
     }
+    m_log.write(QStringLiteral("runFel aborted: firmware file missing. path=%1").arg(path));
+    Q_EMIT message(QStringLiteral("Firmware file missing: ") + path);
+    finish(false);
+}
+
+bool FirmwareUpgrade::isUsable(const QString& path) const
+{
+    const QFileInfo file(path);
+    if (m_local)
+        return file.isFile() && file.size() > 0;
+    // A boot image without a name stands for the folder, with which the tool writes nothing. Any other file
+    // must come from this download: an older image may be left that could not be removed.
+    const QString name = path.mid(cacheFolder().size() + 1);
+    return name.isEmpty() ||
+           (firmware::isPlainFileName(name) && file.exists() &&
+            std::any_of(m_downloaded.cbegin(), m_downloaded.cend(),
+                        [&file](const QString& other) { return QFileInfo(other) == file; }));
+}
+
+/// Reads as many bytes of the flash as the image with the index \a image has.
+void FirmwareUpgrade::readBack(size_t image)
+{
+    m_state = State::ReadingBack;
+    m_readImage = image;
+    if (m_readBackFolder == nullptr)
+        m_readBackFolder = std::make_unique<QTemporaryDir>();
+    runTool(flash::readArguments(cAddresses.at(image), QFileInfo(m_images.at(image)).size(),
+                                 m_readBackFolder->filePath(cImageNames.at(image))));
+}
+
+void FirmwareUpgrade::runTool(const QStringList& arguments)
+{
     const QString program = m_flashToolPath();
-    const QStringList arguments = flash::writeArguments(address, path);
     const QString command = arguments.join(QLatin1Char(' '));
     Q_EMIT message(QStringLiteral("Executing: ") + program + QLatin1Char(' ') + command);
     m_log.write(QStringLiteral("runFel: program=%1 args=%2").arg(program, command));
@@ -272,7 +356,7 @@ void FirmwareUpgrade::readOutput()
 {
     const QString text = QString::fromLocal8Bit(tool().readAllStandardOutput());
     m_outputTail = (m_outputTail + text).right(cOutputTailLength);
-    if (isWriting())
+    if (isToolRunning())
         m_timer.start(m_timings.toolSilenceMs);
     m_log.write(QStringLiteral("Process stdout: %1").arg(text));
     // A percentage after the kill is no progress.
@@ -291,10 +375,12 @@ void FirmwareUpgrade::onToolFinished(int exitCode, QProcess::ExitStatus status)
 {
     m_log.write(QStringLiteral("Upgrade process finished. exitCode=%1 status=%2")
                     .arg(QString::number(exitCode), QString::number(int(status))));
-    const bool done = exitCode == 0 && status == QProcess::NormalExit && flash::reportsWritten(m_outputTail);
-    if (isWriting() && done)
+    const bool succeeded = exitCode == 0 && status == QProcess::NormalExit;
+    if (isWriting() && succeeded && flash::reportsWritten(m_outputTail))
         onImageWritten();
-    else if (isWriting() || m_state == State::EndingTool)
+    else if (m_state == State::ReadingBack && succeeded)
+        onImageRead();
+    else if (isToolRunning() || m_state == State::EndingTool)
         failWriting();
 }
 
@@ -309,17 +395,43 @@ void FirmwareUpgrade::onImageWritten()
         write(State::WritingExec);
     } else {
         Q_EMIT message(QStringLiteral("EXEC completed."));
-        Q_EMIT progress(100);
-        Q_EMIT message(QStringLiteral("Upgrade completed."));
-        m_state = State::PausingAfterWriting;
-        m_timer.start(m_timings.pauseAfterWritingMs);
+        if (m_verification)
+            readBack(0);
+        else
+            succeed();
     }
+}
+
+void FirmwareUpgrade::onImageRead()
+{
+    m_timer.stop();
+    const QString name = cImageNames.at(m_readImage);
+    const QString& image = m_images.at(m_readImage);
+    if (const auto offset = firstDifference(image, m_readBackFolder->filePath(name))) {
+        Q_EMIT message(QStringLiteral("%1 differs in the flash from byte %2 of %3 on.")
+                           .arg(name, QString::number(*offset), image));
+        failWriting();
+        return;
+    }
+    Q_EMIT message(QStringLiteral("%1 verified.").arg(name));
+    if (m_readImage + 1 < m_images.size())
+        readBack(m_readImage + 1);
+    else
+        succeed();
+}
+
+void FirmwareUpgrade::succeed()
+{
+    Q_EMIT progress(cWholePercent);
+    Q_EMIT message(QStringLiteral("Upgrade completed."));
+    m_state = State::PausingAfterWriting;
+    m_timer.start(m_timings.pauseAfterWritingMs);
 }
 
 void FirmwareUpgrade::onToolError(QProcess::ProcessError error)
 {
     // Every other error is followed by finished().
-    if (error != QProcess::FailedToStart || !isWriting())
+    if (error != QProcess::FailedToStart || !isToolRunning())
         return;
     m_log.write(QStringLiteral("Upgrade process could not be started: %1").arg(m_tool->errorString()));
     failWriting();
@@ -327,9 +439,9 @@ void FirmwareUpgrade::onToolError(QProcess::ProcessError error)
 
 void FirmwareUpgrade::onControllerGone()
 {
-    if (!isWriting())
+    if (!isToolRunning())
         return;
-    m_log.write(QStringLiteral("The controller left the bus while it was written; the flash tool is ended."));
+    m_log.write(QStringLiteral("The controller left the bus while it was in use; the flash tool is ended."));
     endTool();
 }
 
@@ -356,6 +468,8 @@ void FirmwareUpgrade::finish(bool ok)
 {
     m_timer.stop();
     m_state = State::Idle;
+    m_readBackFolder.reset();
+    m_lock.reset();
     Q_EMIT finished(ok);
     // Unless a receiver has started the next upgrade, which has a claim of its own.
     if (m_state == State::Idle)
@@ -372,9 +486,12 @@ void FirmwareUpgrade::stop()
         return;
     }
     const bool writing = isWriting() || m_state == State::EndingTool;
-    Q_EMIT message(writing ? QStringLiteral("Upgrade cut off while writing: the application closes. The "
-                                            "controller's firmware is incomplete, upgrade it again.")
-                           : QStringLiteral("Upgrade cut off before writing: the application closes."));
+    if (m_state == State::ReadingBack)
+        Q_EMIT message(QStringLiteral("Upgrade cut off before it was verified: the application closes."));
+    else
+        Q_EMIT message(writing ? QStringLiteral("Upgrade cut off while writing: the application closes. The "
+                                                "controller's firmware is incomplete, upgrade it again.")
+                               : QStringLiteral("Upgrade cut off before writing: the application closes."));
     delete m_download;
     m_download = nullptr;
     if (m_tool != nullptr) {

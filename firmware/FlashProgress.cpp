@@ -45,6 +45,11 @@ QStringList writeArguments(const QString& address, const QString& path)
     return {QStringLiteral("-p"), QStringLiteral("spiflash-write"), address, path};
 }
 
+QStringList readArguments(const QString& address, qint64 size, const QString& path)
+{
+    return {QStringLiteral("-p"), QStringLiteral("spiflash-read"), address, QString::number(size), path};
+}
+
 std::optional<int> percentIn(const QString& output)
 {
     const QRegularExpressionMatch match = percentage().match(output);

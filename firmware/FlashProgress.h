@@ -18,6 +18,9 @@ constexpr int cExec = 3;
 /// Arguments that write the image \a path at \a address of the flash, printing progress.
 QStringList writeArguments(const QString& address, const QString& path);
 
+/// Arguments that read \a size bytes at \a address of the flash into the file \a path, printing progress.
+QStringList readArguments(const QString& address, qint64 size, const QString& path);
+
 /// The first percentage in a piece of the tool's output, limited to 0 to 100; nothing without one.
 std::optional<int> percentIn(const QString& output);
 

@@ -3,6 +3,7 @@
 #include "cli/ExitCode.h"
 #include "recording/RecordingReader.h"
 #include "recording/RecordingRepair.h"
+#include "storage/SettingsFile.h"
 #include "tests/integration/InstrumentControl.h"
 #include "tests/support/TestCase.h"
 
@@ -70,6 +71,7 @@ private Q_SLOTS:
     void recordsEveryMeasurementOverAnUnplug();
     void exitCodesOfFiles();
     void screensFunctionsAndCurvesReachTheInstrument();
+    void flashesFiles();
 
 private:
     bool ok(const QString& command) { return m_instrument.ask(command).startsWith(QLatin1String("ok")); }
@@ -126,6 +128,8 @@ void CommandLineTest::wrongUsage_data()
     table.row("two formats", {"export", "--csv", "--jsonl", "a"});
     table.row("merge into nothing", {"merge", "a", "b"});
     table.row("unknown operation", {"curve", "fetch", "a"});
+    table.row("two of three images", {"flash", "--boot", "a", "--logo", "b"});
+    table.row("a type and an image", {"flash", "F1", "--boot", "a"});
 }
 
 void CommandLineTest::wrongUsage()
@@ -277,6 +281,36 @@ void CommandLineTest::screensFunctionsAndCurvesReachTheInstrument()
     QCOMPARE(run({"curve", "send", path("c.json")}).code, 0);
     QTRY_COMPARE_WITH_TIMEOUT(m_instrument.status("host").toInt() - before, (samples.size() + 13) / 14,
                               cTimeoutMs);
+}
+
+void CommandLineTest::flashesFiles()
+{
+    qputenv("PATH", QUORVEL_FLASH_STAND_IN_FOLDER ":" + qgetenv("PATH"));
+    qputenv("QUORVEL_FLASH_IMAGE", path("flash.img").toLocal8Bit());
+    qputenv("QUORVEL_FLASH_SPEED", "0");
+    QStringList command{"flash", "--verify"};
+    for (const QString& name : {QStringLiteral("boot"), QStringLiteral("logo"), QStringLiteral("exec")}) {
+        QVERIFY(test::writeFile(path(qPrintable(name)), name.toLatin1().repeated(2000)));
+        command << "--" + name << path(qPrintable(name));
+    }
+    QCOMPARE(run(command).code, int(cli::NoController));
+    QVERIFY(ok("boot-controller plug"));
+    const Outcome outcome = run(command);
+    QCOMPARE(outcome.errors, QByteArray());
+    QCOMPARE(outcome.output, QByteArray("The firmware is written and verified.\n"));
+    const QByteArray flash = test::contentOf(path("flash.img"));
+    QCOMPARE(flash.mid(0x50000, 8000), QByteArray("exec").repeated(2000));
+
+    qputenv("QUORVEL_FLASH_FAIL_AT", "50");
+    const Outcome failed = run(command);
+    QCOMPARE(failed.code, int(cli::NotFlashed));
+    QVERIFY2(failed.errors.contains("usb_bulk_send() ERROR"), failed.errors.constData());
+    qunsetenv("QUORVEL_FLASH_FAIL_AT");
+    SettingsFile settings;
+    settings.setValue(setting::serverHost, "http://127.0.0.1");
+    settings.setValue(setting::apiPort, 1);
+    QCOMPARE(run({"flash", "F1"}).code, int(cli::NoServer));
+    QVERIFY(ok("boot-controller unplug"));
 }
 
 QUORVEL_TEST_MAIN(CommandLineTest, QCoreApplication)

@@ -55,3 +55,11 @@ bool FlashImage::write(std::uint64_t address, const char* data, std::size_t size
     m_file.write(data, std::streamsize(size));
     return bool(m_file.flush());
 }
+
+bool FlashImage::read(std::uint64_t address, char* data, std::size_t size)
+{
+    if (!fits(address, size))
+        return false;
+    m_file.seekg(std::streamoff(address));
+    return bool(m_file.read(data, std::streamsize(size)));
+}

@@ -24,6 +24,8 @@ public:
     bool erase(std::uint64_t address, std::uint64_t size);
     /// Puts \a size bytes at \a address. False beyond the end or when the file fails.
     bool write(std::uint64_t address, const char* data, std::size_t size);
+    /// Takes \a size bytes from \a address. False beyond the end or when the file fails.
+    bool read(std::uint64_t address, char* data, std::size_t size);
 
 private:
     std::fstream m_file;

@@ -126,10 +126,27 @@ int spiFlashWrite(const char* addressText, const char* path, bool showProgress, 
     return writeSteps(flash, address, data, showProgress, behaviour);
 }
 
+int spiFlashRead(const char* addressText, const char* sizeText, const char* path, bool showProgress,
+                 const Behaviour& behaviour)
+{
+    const std::uint64_t address = std::strtoull(addressText, nullptr, 0);
+    std::vector<char> data(std::strtoull(sizeText, nullptr, 0));
+    FlashImage flash(behaviour.imagePath);
+    if (!flash.isOpen() || !flash.read(address, data.data(), data.size()))
+        return fail(cExitTransferFailure, "usb_bulk_recv() ERROR -9: Pipe error");
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    if (!file.write(data.data(), std::streamsize(data.size())).flush())
+        return fail(cExitFailure, std::string("Failed to open output file: ") + path);
+    if (showProgress)
+        printFlushed(progressLine(data.size(), data.size(), cFullSpeed));
+    return 0;
+}
+
 int usage(int exitCode)
 {
     printFlushed("Usage: sunxi-fel [-p] version\n"
                  "       sunxi-fel [-p] spiflash-write address file\n"
+                 "       sunxi-fel [-p] spiflash-read address length file\n"
                  "A stand-in that writes into a file. Its faults are set by QUORVEL_FLASH_* variables.\n");
     return exitCode;
 }
@@ -152,7 +169,8 @@ int main(int argc, char** argv)
         return usage(EXIT_SUCCESS);
     const std::string command = words.front();
     const bool writes = command == "spiflash-write" && words.size() == 3;
-    if (!writes && command != "version")
+    const bool reads = command == "spiflash-read" && words.size() == 4;
+    if (!writes && !reads && command != "version")
         return fail(cExitFailure, "Invalid command " + command);
 
     const Behaviour behaviour = Behaviour::read();
@@ -160,6 +178,8 @@ int main(int argc, char** argv)
         return exitCode;
     if (writes)
         return spiFlashWrite(words[1], words[2], showProgress, behaviour);
+    if (reads)
+        return spiFlashRead(words[1], words[2], words[3], showProgress, behaviour);
     printFlushed(
         "AWUSBFEX soc=00001663(F1C100s) 00000001 ver=0001 44 08 scratchpad=00007e00 00000000 00000000\n");
     return EXIT_SUCCESS;

@@ -260,6 +260,9 @@ void MockInterface::checkOpen()
     // The kernel reports a hang-up of the terminal while no program has the other side open.
     pollfd master{m_master, POLLIN, 0};
     const bool open = ::poll(&master, 1, 0) >= 0 && (master.revents & POLLHUP) == 0;
+    // A program may have opened the node, written and closed it since the last look.
+    if ((master.revents & POLLIN) != 0)
+        readHost();
     if (open == m_isOpen)
         return;
     m_isOpen = open;

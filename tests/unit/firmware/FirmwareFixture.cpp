@@ -56,6 +56,8 @@ void FirmwareFixture::addFlashTool(const QByteArray& atWrite) const
                                      "if 1 version exit 0\n"
                                      "id tool.id\n" +
                                          atWrite +
+                                         "\nif 2 spiflash-read copy written-$3|$5\n"
+                                         "if 2 spiflash-read exit 0"
                                          "\nout \\r 50% [========        ]  99.0 kB/s, ETA 00:01 \n"
                                          "copy $4|written-$3\n"
                                          "out \\r100% [================]    68 kB,   99.0 kB/s\\n");

@@ -30,9 +30,9 @@ public:
     /// Puts a program there that never ends; the file that holds its process id while it runs.
     QString addHanging(const QString& name) const;
     /// Puts a flash tool there that answers "version", keeps what it is told to write in "written-ADDRESS",
-    /// and prints the bar of a real run. The steps \a atWrite are taken at the beginning of a write, with the
-    /// address in $3. A run beside another one leaves the file "clash"; with a file "slow" every run takes a
-    /// while.
+    /// reads from there, and prints the bar of a real run. The steps \a atWrite are taken at the beginning of
+    /// a write or read, with the address in $3. A run beside another one leaves the file "clash"; with a file
+    /// "slow" every run takes a while.
     void addFlashTool(const QByteArray& atWrite = "when never exit 1") const;
     /// Returns the number of calls of the flash tool with \a command.
     int toolCalls(const QString& command) const;

@@ -5,6 +5,8 @@
 #include "tests/unit/firmware/FirmwareFixture.h"
 
 #include <QDir>
+#include <QLockFile>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <atomic>
@@ -331,6 +333,52 @@ private Q_SLOTS:
         waitForEnd(false);
         QVERIFY(!toolRuns());
         QCOMPARE(m_messages.last(), QStringLiteral("Upgrade failed."));
+    }
+
+    /// Files of this computer are written and read back. Success is only said of equal images.
+    void ownImages_data()
+    {
+        const test::Table<QByteArray, QString> table("atRead", "message");
+        table.row("equal", "when never exit 1", "Upgrade completed.");
+        table.row("another image", "if 2 spiflash-read if 3 0x6000 write written-0x6000|other",
+                  "LOGO differs in the flash from byte 0 of ");
+        table.row("one byte less", "if 2 spiflash-read if 3 0x0 write written-0x0|boo",
+                  "BOOT differs in the flash from byte 3 of ");
+        table.row("nothing read", "if 2 spiflash-read exit 0", "BOOT differs in the flash from byte 0 of ");
+        table.row("cannot be read", "if 2 spiflash-read exit 1", "Upgrade failed.");
+        table.row("cable pulled", "if 2 spiflash-read crash", "Upgrade failed.");
+    }
+
+    void ownImages()
+    {
+        QFETCH(QByteArray, atRead);
+        QFETCH(QString, message);
+        const bool ok = message == QLatin1String("Upgrade completed.");
+        m_fixture->addFlashTool(atRead);
+        QTemporaryDir folder;
+        for (const char* name : {"boot", "logo", "exec"})
+            QVERIFY(test::writeFile(folder.filePath(name), name));
+        const FirmwareImages images{folder.filePath("boot"), folder.filePath("logo"),
+                                    folder.filePath("exec")};
+        create();
+        m_upgrade->setVerification(true);
+        m_upgrade->start({images.boot, images.logo, folder.filePath("missing")});
+        QCOMPARE(m_messages.last(), "Firmware file missing: " + folder.filePath("missing"));
+        QCOMPARE(m_upgrade->state(), FirmwareUpgrade::State::Idle);
+        {
+            // Another program upgrades.
+            QLockFile other(FirmwareFixture::cacheFolder() + ".lock");
+            QVERIFY(other.tryLock());
+            m_upgrade->start(images);
+            QCOMPARE(m_messages.last(), QStringLiteral("An upgrade is already running."));
+        }
+        m_upgrade->start(images);
+        waitForEnd(ok);
+        QCOMPARE(writes(), 3);
+        QVERIFY(std::any_of(m_messages.cbegin(), m_messages.cend(),
+                            [&](const QString& text) { return text.startsWith(message); }));
+        QCOMPARE(m_messages.contains(QStringLiteral("Upgrade completed.")), ok);
+        QVERIFY(QFile::exists(images.boot));
     }
 
     /// The program closes during an upgrade. There is one end, no process runs, and no partial file remains.
