@@ -48,7 +48,8 @@ void CDownWorkThread::requestStop()
 void CDownWorkThread::endIfStopped()
 {
     // The signal may arrive after the end, when a new thread already prepares the next transfer.
-    if (m_stopRequested && m_transfer != nullptr)
+    // m_transferring is read first, because it is atomic.
+    if (m_stopRequested && m_transferring && m_transfer != nullptr)
         m_transfer->abort();
 }
 
