@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include <cmath>
+
 namespace cli {
 
 namespace {
@@ -42,7 +44,7 @@ std::optional<std::chrono::microseconds> parseDuration(const QString& text)
     }
     if (!(seconds <= cLongestSeconds))
         return std::nullopt;
-    return std::chrono::microseconds(static_cast<qint64>(seconds * cMicrosPerSecond + 0.5));
+    return std::chrono::microseconds(std::llround(seconds * cMicrosPerSecond));
 }
 
 QString durationText(std::chrono::microseconds duration)

@@ -405,7 +405,7 @@ void FirmwareUpgrade::onImageWritten()
 void FirmwareUpgrade::onImageRead()
 {
     m_timer.stop();
-    const QString name = cImageNames.at(m_readImage);
+    const QString& name = cImageNames.at(m_readImage);
     const QString& image = m_images.at(m_readImage);
     if (const auto offset = firstDifference(image, m_readBackFolder->filePath(name))) {
         Q_EMIT message(QStringLiteral("%1 differs in the flash from byte %2 of %3 on.")

@@ -18,6 +18,9 @@ struct Setting
     T byDefault;
 };
 
+// The entries are read as setting::language.
+// NOLINTBEGIN(readability-identifier-naming)
+
 /// Language of the interface: 0 Chinese, 1 English
 inline constexpr Setting<int> language{"system", "language", 0};
 
@@ -65,5 +68,7 @@ inline constexpr Setting<bool> autoScaleAxis{"powerWaveAnalysis", "autoScaleAxis
 inline constexpr Setting<bool> controlPanelCollapsed{"powerWaveAnalysis", "controlPanelCollapsed", true};
 /// Current range of the power analysis: index into the page's list
 inline constexpr Setting<int> waveRangeIndex{"powerWaveAnalysis", "currentRangeIndex", 3};
+
+// NOLINTEND(readability-identifier-naming)
 
 } // namespace setting
