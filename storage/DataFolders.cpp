@@ -15,13 +15,13 @@ namespace {
 QString pathOf(QLatin1String name)
 {
     // Looked up once a second: Qt reads a file of the desktop for it, and logs ask for it with each line.
-    constexpr std::chrono::seconds lookInterval(1);
+    constexpr std::chrono::seconds cLookInterval(1);
     static std::mutex mutex;
     static QString documents;
     static std::chrono::steady_clock::time_point lookedAt;
     const std::lock_guard<std::mutex> lock(mutex);
     const auto now = std::chrono::steady_clock::now();
-    if (documents.isEmpty() || now - lookedAt >= lookInterval) {
+    if (documents.isEmpty() || now - lookedAt >= cLookInterval) {
         documents = platform::userFolder(platform::UserFolder::Documents);
         lookedAt = now;
     }

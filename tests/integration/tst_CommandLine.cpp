@@ -16,7 +16,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <signal.h>
+#include <csignal>
 
 using namespace std::chrono_literals;
 
