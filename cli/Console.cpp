@@ -16,7 +16,7 @@ bool progressShown = false;
 
 bool wantsColour()
 {
-    return platform::isTerminal(stderr) && qgetenv("NO_COLOR").isEmpty();
+    return platform::isTerminal(stderr) && qEnvironmentVariableIsEmpty("NO_COLOR");
 }
 
 void writeError(const QByteArray& bytes)

@@ -50,7 +50,8 @@ QStringList announced()
 QStringList announced(bool locked)
 {
     QStringList paths;
-    for (const QString& path : announced())
+    const QStringList all = announced();
+    for (const QString& path : all)
         if (isLocked(path) == locked)
             paths << path;
     return paths;

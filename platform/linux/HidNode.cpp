@@ -32,15 +32,16 @@ QStringList hidNodeUsers(const QByteArray& path)
     const QString node = QFile::decodeName(path);
     const QString self = QString::number(QCoreApplication::applicationPid());
     QStringList users;
-    for (const QString& process :
-         QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& process : processes) {
         bool isProcess = false;
         process.toInt(&isProcess);
         if (!isProcess || process == self)
             continue;
         // The folder of another user's process cannot be read, and is empty then.
-        const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
-        for (const QFileInfo& file : files.entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot)) {
+        const QFileInfoList files = QDir(QStringLiteral("/proc/%1/fd").arg(process))
+                                        .entryInfoList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
+        for (const QFileInfo& file : files) {
             if (file.symLinkTarget() != node)
                 continue;
             QFile name(QStringLiteral("/proc/%1/comm").arg(process));

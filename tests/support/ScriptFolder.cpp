@@ -38,7 +38,7 @@ ScriptFolder::~ScriptFolder()
 
 QString ScriptFolder::program(const QString& name) const
 {
-    return path(name) + QStringLiteral(QUORVEL_PROGRAM_SUFFIX);
+    return path(name) + QLatin1String(QUORVEL_PROGRAM_SUFFIX);
 }
 
 QString ScriptFolder::add(const QString& name, const QByteArray& steps) const

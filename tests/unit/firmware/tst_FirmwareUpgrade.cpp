@@ -278,15 +278,15 @@ private Q_SLOTS:
         QCOMPARE(m_progress, (QList<int>{0, 0}));
         // A failed upgrade does not block the next one. A running upgrade blocks others from its first
         // signal.
-        int refused = 0;
-        connect(m_upgrade.get(), &FirmwareUpgrade::progress, this, [this, &refused] {
-            ++refused;
+        const auto refused = std::make_shared<int>(0);
+        connect(m_upgrade.get(), &FirmwareUpgrade::progress, this, [this, refused] {
+            ++*refused;
             startAgain("F1", urls());
         });
         startAgain("F1", urls());
         QVERIFY(m_ends.isEmpty());
         waitForEnd(true);
-        QCOMPARE(m_messages.count("An upgrade is already running."), refused);
+        QCOMPARE(m_messages.count("An upgrade is already running."), *refused);
         QCOMPARE(writes(), 3);
     }
 

@@ -109,10 +109,10 @@ private Q_SLOTS:
         QVERIFY(link().openDevice());
         const int before = linkLog().size();
         const QSignalSpy trace(&link(), &HidLink::packetTraceChanged);
-        QStringList values;
+        const auto values = std::make_shared<QStringList>();
         const QObject listener;
         connect(&link(), &HidLink::measurementChanged, &listener,
-                [&] { values.append(QString::number(double(link().mainInputVoltage()))); });
+                [this, values] { values->append(QString::number(double(link().mainInputVoltage()))); });
         QSignalSpy controls(&link(), &HidLink::uiControlRequested);
         QStringList expectedLines;
         QStringList expectedValues;
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!link().connected());
         expectedLines.append("Read thread error: HID read failed. unplugged");
         QCOMPARE(linkLog().mid(before), expectedLines);
-        QCOMPARE(values.mid(0, cPackets), expectedValues);
+        QCOMPARE(values->mid(0, cPackets), expectedValues);
         QCOMPARE(trace.count(), cPackets + 2); // closing empties the trace
     }
 
