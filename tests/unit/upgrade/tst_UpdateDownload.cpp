@@ -197,13 +197,13 @@ private Q_SLOTS:
         m_control->startUpdate({});
         // The last report of the first download does not belong to the second.
         QObject context;
-        QList<bool> isCurrent;
-        connect(m_control.get(), &CUpgradeControl::updateStatus, &context, [this, &isCurrent](int status) {
+        const auto isCurrent = std::make_shared<QList<bool>>();
+        connect(m_control.get(), &CUpgradeControl::updateStatus, &context, [this, isCurrent](int status) {
             if (status != CUpgradeControl::UPC_Download)
-                isCurrent.append(m_control->reportsCurrentOperation());
+                isCurrent->append(m_control->reportsCurrentOperation());
         });
         QTRY_COMPARE(reports(), cCanceled + cGood);
-        QCOMPARE(isCurrent, (QList<bool>{false, true, true, true}));
+        QCOMPARE(*isCurrent, (QList<bool>{false, true, true, true}));
         QCOMPARE(test::contentOf(installerPath()), package());
     }
 
