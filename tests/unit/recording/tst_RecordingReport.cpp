@@ -105,6 +105,7 @@ private Q_SLOTS:
     {
         constexpr int cRows = 50'000;
         std::vector<Event> events;
+        events.reserve(cRows);
         for (int i = 0; i < cRows; ++i)
             events.emplace_back(measured(i * 500ms, i == 31'234 ? 20.0F : 5.0F, 1, 0));
         const QJsonObject data = charts(page(record("long.qrec", events, cRows * 500ms)));
