@@ -39,7 +39,7 @@ private Q_SLOTS:
     void installerPathIsOneArgument()
     {
         const test::ScriptFolder scripts;
-        scripts.addRecorder(scripts.opener());
+        scripts.addRecorder(test::ScriptFolder::opener());
         const QString installer = "/tmp/A User's/Quorvel-installer.exe";
         QVERIFY(platform::openInstaller(installer));
         QTRY_COMPARE(scripts.calls(scripts.opener()),
