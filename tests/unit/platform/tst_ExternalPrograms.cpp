@@ -42,7 +42,7 @@ private Q_SLOTS:
         scripts.addRecorder(test::ScriptFolder::opener());
         const QString installer = "/tmp/A User's/Quorvel-installer.exe";
         QVERIFY(platform::openInstaller(installer));
-        QTRY_COMPARE(scripts.calls(scripts.opener()),
+        QTRY_COMPARE(scripts.calls(test::ScriptFolder::opener()),
                      QList<QStringList>{{scripts.openerArgument(installer)}});
     }
 
