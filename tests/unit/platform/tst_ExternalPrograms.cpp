@@ -43,7 +43,7 @@ private Q_SLOTS:
         const QString installer = "/tmp/A User's/Quorvel-installer.exe";
         QVERIFY(platform::openInstaller(installer));
         QTRY_COMPARE(scripts.calls(test::ScriptFolder::opener()),
-                     QList<QStringList>{{scripts.openerArgument(installer)}});
+                     QList<QStringList>{{test::ScriptFolder::openerArgument(installer)}});
     }
 
     /// A blank or a comma outside the quotes would split the path. A switch inside them would not work.
